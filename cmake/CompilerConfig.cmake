@@ -1,0 +1,32 @@
+# Interface targets that every library and program of the project links.
+
+add_library(quillmark_config INTERFACE)
+target_include_directories(quillmark_config INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(MSVC)
+  target_compile_options(quillmark_config INTERFACE /W4 /utf-8)
+else()
+  target_compile_options(
+    quillmark_config
+    INTERFACE -Wall -Wextra -Wpedantic
+              -Wconversion # a narrowing is checked by type or written down
+              -Wshadow # a name means one thing
+  )
+  if(QUILLMARK_WERROR)
+    target_compile_options(quillmark_config INTERFACE -Werror)
+  endif()
+endif()
+
+if(QUILLMARK_SANITIZE)
+  target_compile_options(
+    quillmark_config INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                               -fno-omit-frame-pointer)
+  target_link_options(quillmark_config INTERFACE -fsanitize=address,undefined)
+endif()
+
+# A static library of one folder: quillmark_library(name SOURCES ... LINKS ...)
+function(quillmark_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINKS")
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC quillmark_config ${ARG_LINKS})
+endfunction()

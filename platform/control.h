@@ -1,0 +1,128 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/key.h"
+
+namespace quillmark {
+
+class Form;
+class Frame;
+
+enum class ControlKind {
+  Label,
+  Button,
+  OptionButton,
+  CheckBox,
+  TextBox,
+  ComboBox,
+  ListBox,
+  ListView,
+  Frame,
+  Picture,
+  PopupMenu,
+  MenuEntry
+};
+
+/// The kind in plain words, such as "check box".
+std::string_view KindName(ControlKind kind);
+
+/// How a control starts: what the form was designed with. Fields that a kind has no use for stay
+/// empty.
+struct Design {
+  Frame* frame = nullptr;  ///< the frame that it stands in; none for a control of the bare form
+  std::string caption = {};
+  bool enabled = true;
+  bool visible = true;
+  std::string text = {};               ///< of a text box
+  int maxLength = 0;                   ///< of a text box, in characters; 0 for no limit
+  std::vector<std::string> rows = {};  ///< of a combo or list box
+  bool ticked = false;                 ///< of a check box or option button
+};
+
+/// What a text shows: all that stands before its first zero character.
+std::string ShownText(std::string_view text);
+
+/// A control as plain state. A write from code raises what the kind's event rule says, at once; an
+/// act of a person goes through the operations that return whether the control could be reached.
+///
+/// Controls register themselves with their form, which lists them in the order of their declaration;
+/// that is the tab order too. They are never copied or moved.
+class Control {
+ public:
+  Control(Form& form, ControlKind kind, std::string_view name, int index, const Design& design);
+  virtual ~Control() = default;
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  ControlKind Kind() const { return kind_; }
+  const std::string& Name() const { return name_; }
+  /// Place in its array, from 0; -1 for a control that stands alone.
+  int Index() const { return index_; }
+  /// The name, with the index in parentheses for a control of an array: "txtFog(1)".
+  std::string FullName() const;
+  Form& Owner() const { return form_; }
+  Frame* Parent() const { return design_.frame; }
+
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string_view caption);
+  const std::string& ToolTip() const { return toolTip_; }
+  void SetToolTip(std::string_view toolTip);
+  bool Enabled() const { return enabled_; }
+  void SetEnabled(bool enabled);
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible);
+
+  /// Whether a person can get at it: visible and enabled, its frames too, its form shown and not
+  /// behind a modal one.
+  virtual bool Reachable() const;
+  /// Whether it can take the focus at all.
+  virtual bool TakesFocus() const { return true; }
+  bool HasFocus() const;
+  void TakeFocus();
+
+  /// Back to the design state. Handlers stay attached.
+  virtual void Restart();
+
+  /// A key goes down in the control. Runs what the event rule ties to it and what the desktop does
+  /// with it anywhere; returns whether that used the key up, so that the control's own editing must
+  /// not see it. Not an act by itself.
+  virtual bool HandleKey(Key key);
+  /// A key comes up in the control.
+  virtual void HandleKeyRelease(Key /*key*/) {}
+
+  /// Acts of a person, each with the test of reach in front and the fault boundary around it.
+  /// All return false, without any effect, if the control can't be reached.
+  bool KeyDown(Key key, bool& used);
+  bool KeyUp(Key key);
+
+ protected:
+  /// Runs `act` as one act of a person on this control.
+  bool Act(const std::function<void()>& act);
+  /// Notes that the screen has to show this control anew.
+  void MarkChanged();
+  /// How the platform's message names what a person did with this control.
+  std::string OperationName() const;
+  const Design& StartState() const { return design_; }
+
+ private:
+  friend class Desktop;
+  friend class Form;
+
+  Form& form_;
+  ControlKind kind_;
+  std::string name_;
+  int index_;
+  Design design_;
+
+  std::string caption_;
+  std::string toolTip_;
+  bool enabled_ = true;
+  bool visible_ = true;
+  bool marked_ = false;
+};
+
+}  // namespace quillmark

@@ -1,0 +1,186 @@
+#include "platform/desktop.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "platform/fault.h"
+#include "platform/file_numbers.h"
+
+namespace quillmark {
+
+Desktop& TheDesktop() {
+  static Desktop desktop;
+  return desktop;
+}
+
+Screen& Desktop::TheScreen() const {
+  if (screen_ == nullptr) throw Fault(FaultKind::InvalidValue, "no display is attached");
+  return *screen_;
+}
+
+Screen& Desktop::BeforeWaiting() {
+  Screen& screen = TheScreen();
+  screen.Refresh();
+  return screen;
+}
+
+void Desktop::AfterWaiting() const {
+  if (ended_) throw ProcessEnd{};
+}
+
+void Desktop::RunAct(std::string_view operation, const std::function<void()>& act) {
+  if (ended_) return;
+  try {
+    try {
+      act();
+    } catch (const Fault& fault) {
+      ShowFault(operation, fault.kind(), fault.what());
+    } catch (const std::exception& trouble) {
+      ShowFault(operation, FaultKind::InvalidArgument, trouble.what());
+    }
+  } catch (const ProcessEnd&) {
+    End();
+  }
+  if (ended_) return;
+  SettleFocus();
+  TheScreen().Refresh();
+}
+
+void Desktop::ShowFault(std::string_view operation, FaultKind kind, std::string_view text) {
+  MessageBox box;
+  box.icon = BoxIcon::Critical;
+  box.title = kProgramName;
+  box.text = "\"" + std::string(operation) + "\" could not be done.\n\n" +
+             std::string(FaultName(kind)) + ": " + std::string(text) + ".";
+  box.buttons = {BoxButton::End};
+  if (!startingUp_) box.buttons.push_back(BoxButton::Continue);
+  if (Ask(box) == BoxButton::End) throw ProcessEnd{};
+}
+
+void Desktop::End() {
+  ended_ = true;
+  Files.CloseAll();
+}
+
+void Desktop::SettleFocus() {
+  for (Form* form : shown_) {
+    Control* const focus = form->Focus();
+    if (form->InFront() && (focus == nullptr || !focus->Reachable())) form->StepFocus(1);
+  }
+}
+
+BoxButton Desktop::Ask(const MessageBox& box) {
+  MessageBox shown = box;
+  shown.title = ShownText(box.title);
+  shown.text = ShownText(box.text);
+  ClosePopup();
+  const BoxButton answer = BeforeWaiting().AskMessage(shown);
+  AfterWaiting();
+  return answer;
+}
+
+void Desktop::ShowError(std::string_view title, std::string_view text) {
+  Ask({BoxIcon::Critical, {BoxButton::OK}, std::string(title), std::string(text)});
+}
+
+bool Desktop::AskYesNo(std::string_view title, std::string_view text) {
+  return Ask({BoxIcon::Question,
+              {BoxButton::Yes, BoxButton::No},
+              std::string(title),
+              std::string(text)}) == BoxButton::Yes;
+}
+
+std::optional<std::string> Desktop::AskText(const InputBox& box) {
+  ClosePopup();
+  auto answer =
+      BeforeWaiting().AskText({ShownText(box.prompt), ShownText(box.title), ShownText(box.text)});
+  AfterWaiting();
+  return answer;
+}
+
+std::string Desktop::AskFile(const FileRequest& request) {
+  ClosePopup();
+  auto answer = BeforeWaiting().AskFile({request.save, ShownText(request.title), request.filter});
+  AfterWaiting();
+  if (!answer) {
+    throw Fault(FaultKind::Cancelled,
+                "the dialog was cancelled (number " + std::to_string(kCancelledNumber) + ")");
+  }
+  return *answer;
+}
+
+void Desktop::OpenPopup(PopupMenu& menu) {
+  popup_ = &menu;
+  TheScreen().Refresh();
+  TheScreen().OpenPopup(menu);
+}
+
+void Desktop::ClosePopup() {
+  if (popup_ == nullptr) return;
+  popup_ = nullptr;
+  TheScreen().ClosePopup();
+}
+
+void Desktop::SetPointer(Pointer pointer) {
+  pointer_ = pointer;
+  TheScreen().SetPointer(pointer);
+}
+
+void Desktop::Start(Timer& timer) {
+  timer_ = &timer;
+  TheScreen().StartTimer(timer);
+}
+
+void Desktop::Stop(Timer& timer) {
+  if (timer_ != &timer) return;
+  timer_ = nullptr;
+  TheScreen().StopTimer(timer);
+}
+
+void Timer::Elapse() {
+  TheDesktop().Stop(*this);
+  TheDesktop().RunAct("the timer", [this] {
+    if (onElapse) onElapse();
+  });
+}
+
+Form* Desktop::ModalForm() const {
+  const auto modal =
+      std::find_if(shown_.rbegin(), shown_.rend(), [](const Form* form) { return form->Modal(); });
+  return modal == shown_.rend() ? nullptr : *modal;
+}
+
+void Desktop::Raise(Form& form) {
+  const auto place = std::find(shown_.begin(), shown_.end(), &form);
+  if (place != shown_.end()) std::rotate(place, place + 1, shown_.end());
+}
+
+Form* Desktop::FindForm(std::string_view name) const {
+  const auto found = std::find_if(forms_.begin(), forms_.end(),
+                                  [&](const Form* form) { return form->Name() == name; });
+  return found == forms_.end() ? nullptr : *found;
+}
+
+std::vector<Control*> Desktop::TakeChanged() {
+  std::vector<Control*> changed;
+  changed.swap(changed_);
+  for (Control* control : changed) control->marked_ = false;
+  return changed;
+}
+
+void Desktop::Reset() {
+  for (Form* form : forms_) {
+    form->loaded_ = form->shown_ = false;
+    form->ThrowStateAway();
+  }
+  shown_.clear();
+  TakeChanged();
+  screen_ = nullptr;
+  startingUp_ = true;
+  ended_ = false;
+  popup_ = nullptr;
+  timer_ = nullptr;
+  pointer_ = Pointer::Default;
+}
+
+}  // namespace quillmark

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/controls.h"
+#include "platform/fault.h"
+#include "platform/form.h"
+#include "platform/screen.h"
+#include "platform/timer.h"
+
+namespace quillmark {
+
+/// The program's name as it stands in titles of the platform's own boxes.
+inline constexpr std::string_view kProgramName = "Quillmark";
+
+/// The process's side of the display: which forms are shown, in which order, what waits, and the one
+/// boundary around each act.
+class Desktop {
+ public:
+  /// Names the display that everything goes to. It has to outlive its use.
+  void Attach(Screen& screen) { screen_ = &screen; }
+  /// Throws the invalid value fault while no display is attached.
+  Screen& TheScreen() const;
+
+  /// Runs one act: a fault that comes out of `act` is shown as the platform's message, named after
+  /// `operation`; then the screen is brought up to date. "End" and `ProcessEnd` end the process:
+  /// `Ended` is true from then on, and nothing runs any more.
+  void RunAct(std::string_view operation, const std::function<void()>& act);
+  /// Until this is called a fault can only end the process.
+  void StartUpIsOver() { startingUp_ = false; }
+  bool Ended() const { return ended_; }
+
+  /// Message boxes of one button, and questions. See `Screen::AskMessage`.
+  BoxButton Ask(const MessageBox& box);
+  void ShowError(std::string_view title, std::string_view text);
+  bool AskYesNo(std::string_view title, std::string_view text);
+  std::optional<std::string> AskText(const InputBox& box);
+  /// The chosen path; throws the fault of a cancelled dialog if there is none.
+  std::string AskFile(const FileRequest& request);
+
+  void OpenPopup(PopupMenu& menu);
+  void ClosePopup();
+  PopupMenu* Popup() const { return popup_; }
+
+  void SetPointer(Pointer pointer);
+  Pointer ThePointer() const { return pointer_; }
+
+  void Start(Timer& timer);
+  void Stop(Timer& timer);
+  /// The timer that runs; null if none does.
+  Timer* RunningTimer() const { return timer_; }
+
+  /// Forms on the screen, the front one last.
+  const std::vector<Form*>& ShownForms() const { return shown_; }
+  /// The modal form that is open in front; null if none is.
+  Form* ModalForm() const;
+  void Raise(Form& form);
+
+  /// Every form of the program.
+  const std::vector<Form*>& Forms() const { return forms_; }
+  Form* FindForm(std::string_view name) const;
+
+  /// Controls that the screen has to show anew, each once, in the order of their first change.
+  /// Taking them leaves none.
+  std::vector<Control*> TakeChanged();
+
+  /// Back to the state before the process began, for one more start in the same process: every form
+  /// is unloaded without running anything, and the display is detached.
+  void Reset();
+
+ private:
+  friend class Form;
+  friend class Control;
+  /// The display, brought up to date before something waits.
+  Screen& BeforeWaiting();
+  /// Throws `ProcessEnd` if the process came to its end while something waited.
+  void AfterWaiting() const;
+  void ShowFault(std::string_view operation, FaultKind kind, std::string_view text);
+  void End();
+  void SettleFocus();
+
+  Screen* screen_ = nullptr;
+  bool startingUp_ = true;
+  bool ended_ = false;
+  std::vector<Form*> forms_;
+  std::vector<Form*> shown_;
+  std::vector<Control*> changed_;
+  PopupMenu* popup_ = nullptr;
+  Timer* timer_ = nullptr;
+  Pointer pointer_ = Pointer::Default;
+};
+
+/// The desktop of the process.
+Desktop& TheDesktop();
+
+}  // namespace quillmark

@@ -1,0 +1,27 @@
+#include "platform/fault.h"
+
+namespace quillmark {
+
+std::string_view FaultName(FaultKind kind) {
+  switch (kind) {
+    case FaultKind::Subscript:
+      return "subscript fault";
+    case FaultKind::Overflow:
+      return "overflow fault";
+    case FaultKind::Type:
+      return "type fault";
+    case FaultKind::InvalidValue:
+      return "invalid value fault";
+    case FaultKind::InvalidArgument:
+      return "invalid argument fault";
+    case FaultKind::NoSelection:
+      return "missing selection fault";
+    case FaultKind::File:
+      return "file fault";
+    case FaultKind::Cancelled:
+      return "cancelled dialog";
+  }
+  return "fault";
+}
+
+}  // namespace quillmark

@@ -1,0 +1,294 @@
+#include "platform/file_numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/fault.h"
+#include "platform/system_path.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kLogNumber = 6;
+
+[[noreturn]] void FileFault(const std::string& path, const char* trouble) {
+  throw Fault(FaultKind::File, "the file '" + path + "' " + trouble);
+}
+
+std::string WholeFile(const std::string& path) {
+  const fs::path place = SystemPath(path);
+  std::error_code error;
+  if (!fs::is_regular_file(place, error)) FileFault(path, "can't be opened");
+  const std::uintmax_t size = fs::file_size(place, error);
+  std::ifstream input(place, std::ios::binary);
+  if (error || !input) FileFault(path, "can't be opened");
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  input.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (input.bad() || static_cast<std::size_t>(input.gcount()) != bytes.size()) {
+    FileFault(path, "can't be read");
+  }
+  return bytes;
+}
+
+}  // namespace
+
+FileNumbers Files;
+
+FileNumbers::OpenFile& FileNumbers::Slot(int number) {
+  if (number < 1 || number > 10) {
+    throw Fault(FaultKind::File, "there is no file number " + std::to_string(number));
+  }
+  return slots_[number];
+}
+
+const FileNumbers::OpenFile& FileNumbers::Slot(int number) const {
+  return const_cast<FileNumbers*>(this)->Slot(number);
+}
+
+FileNumbers::OpenFile& FileNumbers::Free(int number, const std::string& path) {
+  OpenFile& file = Slot(number);
+  if (file.mode != Mode::Closed) {
+    throw Fault(FaultKind::File, "file number " + std::to_string(number) + " is open already, on '" +
+                                     file.path + "'");
+  }
+  file = OpenFile{};
+  file.path = path;
+  return file;
+}
+
+FileNumbers::OpenFile& FileNumbers::Opened(int number, Mode mode) {
+  OpenFile& file = Slot(number);
+  if (file.mode != mode) {
+    throw Fault(FaultKind::File,
+                "file number " + std::to_string(number) + " is not open for this operation");
+  }
+  return file;
+}
+
+const FileNumbers::OpenFile& FileNumbers::Opened(int number, Mode mode) const {
+  return const_cast<FileNumbers*>(this)->Opened(number, mode);
+}
+
+void FileNumbers::OpenBinary(int number, const std::string& path) {
+  OpenFile& file = Free(number, path);
+  const fs::path place = SystemPath(path);
+  std::error_code error;
+  if (!fs::exists(place, error)) {
+    if (!std::ofstream(place, std::ios::binary)) FileFault(path, "can't be made");
+    file.writable = true;
+  } else {
+    file.bytes = WholeFile(path);
+    file.writable = static_cast<bool>(std::ofstream(place, std::ios::binary | std::ios::in));
+  }
+  file.mode = Mode::Binary;
+}
+
+void FileNumbers::OpenInput(int number, const std::string& path) {
+  OpenFile& file = Free(number, path);
+  file.bytes = WholeFile(path);
+  file.mode = Mode::Input;
+}
+
+void FileNumbers::OpenOutput(int number, const std::string& path) {
+  OpenFile& file = Free(number, path);
+  file.output.open(SystemPath(path), std::ios::trunc);
+  if (!file.output) FileFault(path, "can't be opened for writing");
+  file.mode = Mode::Output;
+}
+
+bool FileNumbers::IsOpen(int number) const { return Slot(number).mode != Mode::Closed; }
+
+bool FileNumbers::IsPathOpen(const std::string& path) const {
+  const fs::path place = SystemPath(path);
+  return std::any_of(slots_.begin(), slots_.end(), [&](const OpenFile& file) {
+    std::error_code error;
+    return file.mode != Mode::Closed && fs::equivalent(SystemPath(file.path), place, error) &&
+           !error;
+  });
+}
+
+void FileNumbers::Close(int number) {
+  OpenFile& file = Slot(number);
+  if (file.mode == Mode::Closed) return;
+  OpenFile closing = std::move(file);
+  file = OpenFile{};
+  WriteOut(closing);
+  if (closing.mode == Mode::Output) {
+    closing.output.close();
+    if (!closing.output) FileFault(closing.path, "can't be written");
+  }
+}
+
+void FileNumbers::CloseFiles() {
+  for (int number = 1; number <= 10; ++number) {
+    if (number != kLogNumber) Close(number);
+  }
+}
+
+void FileNumbers::CloseAll() noexcept {
+  for (int number = 1; number <= 10; ++number) {
+    try {
+      Close(number);
+    } catch (const Fault&) {
+      continue;
+    }
+  }
+}
+
+std::uint8_t FileNumbers::NextByte(OpenFile& file) {
+  if (file.position >= file.bytes.size()) {
+    file.metEnd = true;
+    ++file.position;
+    return 0;
+  }
+  return static_cast<std::uint8_t>(file.bytes[file.position++]);
+}
+
+Byte FileNumbers::ReadByte(int number) { return NextByte(Opened(number, Mode::Binary)); }
+
+Int16 FileNumbers::ReadInt16(int number) {
+  OpenFile& file = Opened(number, Mode::Binary);
+  const unsigned low = NextByte(file);
+  const unsigned high = NextByte(file);
+  return static_cast<std::int16_t>(static_cast<std::uint16_t>(low | high << 8U));
+}
+
+Int32 FileNumbers::ReadInt32(int number) {
+  OpenFile& file = Opened(number, Mode::Binary);
+  std::uint32_t bits = 0;
+  for (unsigned shift = 0; shift < 32; shift += 8) {
+    bits |= static_cast<std::uint32_t>(NextByte(file)) << shift;
+  }
+  return static_cast<std::int32_t>(bits);
+}
+
+std::string FileNumbers::ReadText(int number, std::int64_t count) {
+  OpenFile& file = Opened(number, Mode::Binary);
+  if (count <= 0) return {};
+  const auto wanted = static_cast<std::size_t>(count);
+  const std::size_t left =
+      file.position < file.bytes.size() ? file.bytes.size() - file.position : 0;
+  std::string text = file.bytes.substr(std::min(file.position, file.bytes.size()),
+                                       std::min(wanted, left));
+  if (wanted > left) file.metEnd = true;
+  file.position += wanted;
+  text.resize(wanted, '\0');
+  return text;
+}
+
+bool FileNumbers::EndOfFile(int number) const {
+  const OpenFile& file = Slot(number);
+  if (file.mode == Mode::Input) return file.position >= file.bytes.size();
+  return Opened(number, Mode::Binary).metEnd;
+}
+
+void FileNumbers::WriteByte(int number, Byte value) {
+  const char byte = static_cast<char>(value.value());
+  WriteText(number, std::string_view(&byte, 1));
+}
+
+void FileNumbers::WriteInt16(int number, Int16 value) {
+  const auto bits = static_cast<std::uint16_t>(value.value());
+  const std::array<char, 2> bytes = {static_cast<char>(bits & 0xFFU),
+                                     static_cast<char>(bits >> 8U)};
+  WriteText(number, std::string_view(bytes.data(), bytes.size()));
+}
+
+void FileNumbers::WriteInt32(int number, Int32 value) {
+  const auto bits = static_cast<std::uint32_t>(value.value());
+  WriteInt16(number, static_cast<std::int16_t>(bits & 0xFFFFU));
+  WriteInt16(number, static_cast<std::int16_t>(bits >> 16U));
+}
+
+void FileNumbers::WriteText(int number, std::string_view bytes) {
+  OpenFile& file = Opened(number, Mode::Binary);
+  if (!file.writable) FileFault(file.path, "may not be written");
+  if (bytes.empty()) return;
+  const std::size_t end = file.position + bytes.size();
+  if (file.bytes.size() < end) file.bytes.resize(end, '\0');
+  std::copy(bytes.begin(), bytes.end(),
+            file.bytes.begin() + static_cast<std::string::difference_type>(file.position));
+  const bool clean = file.dirtyFrom == file.dirtyTo;
+  file.dirtyFrom = clean ? file.position : std::min(file.dirtyFrom, file.position);
+  file.dirtyTo = std::max(file.dirtyTo, end);
+  file.position = end;
+}
+
+std::int64_t FileNumbers::Position(int number) const {
+  return static_cast<std::int64_t>(Opened(number, Mode::Binary).position);
+}
+
+void FileNumbers::Seek(int number, std::int64_t position) {
+  OpenFile& file = Opened(number, Mode::Binary);
+  if (position < 0) FileFault(file.path, "has no such position");
+  file.position = static_cast<std::size_t>(position);
+  file.metEnd = false;
+}
+
+std::int64_t FileNumbers::Length(int number) const {
+  return static_cast<std::int64_t>(Opened(number, Mode::Binary).bytes.size());
+}
+
+void FileNumbers::Flush(int number) { WriteOut(Opened(number, Mode::Binary)); }
+
+void FileNumbers::WriteOut(OpenFile& file) {
+  if (file.dirtyFrom == file.dirtyTo) return;
+  const std::size_t from = file.dirtyFrom;
+  const std::size_t count = file.dirtyTo - from;
+  file.dirtyFrom = file.dirtyTo = 0;
+  // Opened for reading too, so that the system does not truncate it.
+  std::ofstream output(SystemPath(file.path), std::ios::binary | std::ios::in);
+  output.seekp(static_cast<std::streamoff>(from));
+  output.write(file.bytes.data() + from, static_cast<std::streamsize>(count));
+  output.close();
+  if (!output) FileFault(file.path, "can't be written");
+}
+
+std::string FileNumbers::ReadField(int number) {
+  OpenFile& file = Opened(number, Mode::Input);
+  const std::string& text = file.bytes;
+  std::size_t& at = file.position;
+  if (at >= text.size()) FileFault(file.path, "has no further field");
+  while (at < text.size() && text[at] == ' ') ++at;
+
+  std::string field;
+  if (at < text.size() && text[at] == '"') {
+    const std::size_t close = std::min(text.find('"', at + 1), text.size());
+    field = text.substr(at + 1, close - at - 1);
+    at = std::min(text.find_first_of(",\r\n", close), text.size());
+  } else {
+    const std::size_t end = std::min(text.find_first_of(",\r\n", at), text.size());
+    field = text.substr(at, end - at);
+    at = end;
+  }
+  if (text.compare(at, 2, "\r\n") == 0) {
+    at += 2;
+  } else if (at < text.size()) {
+    ++at;
+  }
+  return field;
+}
+
+void FileNumbers::PrintLine(int number, std::string_view text) {
+  OpenFile& file = Opened(number, Mode::Output);
+  file.output << text << '\n' << std::flush;
+  if (!file.output) FileFault(file.path, "can't be written");
+}
+
+FlushOnFault::FlushOnFault(int number) : number_(number), pending_(std::uncaught_exceptions()) {}
+
+FlushOnFault::~FlushOnFault() {
+  if (std::uncaught_exceptions() == pending_) return;
+  try {
+    if (Files.IsOpen(number_)) Files.Flush(number_);
+  } catch (const Fault&) {
+    return;  // the fault that is on its way tells more than this one
+  }
+}
+
+}  // namespace quillmark

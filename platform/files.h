@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace quillmark {
+
+/// What the program asks of the file system outside of the file numbers. Paths are UTF-8 as the
+/// platform gives them. Everything that differs between the systems is decided in this unit:
+/// separators, letter case, long paths, the deletion of an open file.
+
+/// The folder part: everything before the last separator, which is a backslash anywhere and a slash
+/// too where that is the platform's own. Empty if there is no separator.
+std::string GetPath(std::string_view path);
+
+/// What stands behind the last separator.
+std::string FileNameOf(std::string_view path);
+
+/// `folder`, the platform's separator, `name`.
+std::string JoinPath(std::string_view folder, std::string_view name);
+
+/// Directory search for one path: the name of the file as it stands on disk, or an empty text. The
+/// exact name is preferred; otherwise the letter case of the last component does not matter.
+std::string FindFile(std::string_view path);
+
+/// Bytes of the file at `path`, found as `FindFile` does. Throws the file fault if there is none.
+std::int64_t FileLength(std::string_view path);
+
+/// Deletes the file at `path`, found as `FindFile` does. Throws the file fault if there is none, if
+/// it is open under any file number, or if the system refuses.
+void DeleteFile(std::string_view path);
+
+/// Puts the file where the user can get it back from, if a trash was named, and otherwise deletes
+/// it. Either way the path is free afterwards. Fails as `DeleteFile` does.
+void DiscardFile(std::string_view path);
+
+/// Names the desktop's trash: a routine that takes a path and tells whether the file is gone from
+/// there. Only the program itself names one; an empty routine takes it away.
+void SetTrash(std::function<bool(const std::string& path)> trash);
+
+/// The program's own folder, set once at start.
+const std::string& ProgramFolder();
+void SetProgramFolder(std::string folder);
+
+/// The path of `name` in the program's own folder.
+std::string ProgramPath(std::string_view name);
+
+/// ASCII letters in capitals; all other bytes stay.
+std::string UpperCased(std::string_view text);
+
+}  // namespace quillmark

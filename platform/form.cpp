@@ -1,0 +1,156 @@
+#include "platform/form.h"
+
+#include <algorithm>
+
+#include "platform/controls.h"
+#include "platform/desktop.h"
+#include "platform/fault.h"
+#include "platform/log.h"
+
+namespace quillmark {
+
+Form::Form(std::string_view name, const FormDesign& design)
+    : name_(name),
+      design_(design),
+      caption_(design.caption),
+      place_{0, 0, design.width, design.height} {
+  TheDesktop().forms_.push_back(this);
+}
+
+void Form::SetCaption(std::string_view caption) {
+  caption_ = ShownText(caption);
+  if (shown_) TheDesktop().TheScreen().FormChanged(*this);
+}
+
+void Form::MoveTo(int left, int top) {
+  place_.left = left;
+  place_.top = top;
+  if (shown_) TheDesktop().TheScreen().FormChanged(*this);
+}
+
+void Form::SetSize(int width, int height) {
+  if (place_.width == width && place_.height == height) return;
+  place_.width = width;
+  place_.height = height;
+  if (shown_) TheDesktop().TheScreen().FormChanged(*this);
+  if (onResize) onResize();
+}
+
+void Form::Load() {
+  if (loaded_) return;
+  ThrowStateAway();
+  loaded_ = true;
+  if (onLoad) onLoad();
+}
+
+void Form::ThrowStateAway() {
+  for (Control* control : controls_) control->Restart();
+  caption_ = design_.caption;
+  place_ = {0, 0, design_.width, design_.height};
+  focus_ = nullptr;
+  topmost_ = maximised_ = modal_ = false;
+}
+
+void Form::PutOnScreen(bool modal) {
+  Load();
+  Desktop& desktop = TheDesktop();
+  if (!shown_) {
+    shown_ = true;
+    modal_ = modal;
+    desktop.shown_.push_back(this);
+    SetFocus(NextFocus(-1, 1));
+    desktop.TheScreen().FormShown(*this);
+  }
+  desktop.Raise(*this);
+  if (onShow) onShow();
+}
+
+void Form::Show() { PutOnScreen(false); }
+
+void Form::ShowModal() {
+  if (shown_) throw Fault(FaultKind::InvalidValue, "the form " + name_ + " is shown already");
+  PutOnScreen(true);
+  Desktop& desktop = TheDesktop();
+  if (shown_) desktop.BeforeWaiting().WaitUntilHidden(*this);
+  desktop.AfterWaiting();
+}
+
+void Form::Unload() {
+  if (!loaded_) return;
+  if (onUnload) onUnload();
+  Desktop& desktop = TheDesktop();
+  if (shown_) {
+    shown_ = false;
+    std::erase(desktop.shown_, this);
+    desktop.TheScreen().FormHidden(*this);
+  }
+  loaded_ = false;
+  ThrowStateAway();
+}
+
+void Form::KeepOnTop() {
+  topmost_ = true;
+  if (shown_) TheDesktop().TheScreen().FormChanged(*this);
+}
+
+bool Form::Close() {
+  if (!InFront() || !design_.framed) return false;
+  TheDesktop().RunAct(name_, [this] { Unload(); });
+  return true;
+}
+
+bool Form::DragTo(int width, int height) {
+  if (!InFront() || !design_.sizable) return false;
+  TheDesktop().RunAct(name_, [&] { SetSize(width, height); });
+  return true;
+}
+
+bool Form::InFront() const {
+  const Form* modal = TheDesktop().ModalForm();
+  return shown_ && (modal == nullptr || modal == this);
+}
+
+Control* Form::Find(std::string_view name, int index) const {
+  const auto found = std::find_if(controls_.begin(), controls_.end(), [&](const Control* control) {
+    return control->Index() == index && control->Name() == name;
+  });
+  return found == controls_.end() ? nullptr : *found;
+}
+
+Control* Form::Focus() const { return focus_; }
+
+void Form::SetFocus(Control* control) {
+  if (focus_ == control) return;
+  Control* const before = focus_;
+  focus_ = control;
+  if (before != nullptr) before->MarkChanged();
+  if (control != nullptr) control->MarkChanged();
+}
+
+Control* Form::NextFocus(std::ptrdiff_t start, int direction) const {
+  const auto size = static_cast<std::ptrdiff_t>(controls_.size());
+  for (std::ptrdiff_t step = 1; step <= size; ++step) {
+    const std::ptrdiff_t place = ((start + direction * step) % size + size) % size;
+    Control* const control = controls_[static_cast<std::size_t>(place)];
+    if (control->TakesFocus() && control->Reachable()) return control;
+  }
+  return nullptr;
+}
+
+void Form::StepFocus(int direction) {
+  const auto here = std::find(controls_.begin(), controls_.end(), focus_);
+  const auto start = here == controls_.end() ? std::ptrdiff_t{-1} : here - controls_.begin();
+  Control* const next = NextFocus(start, direction);
+  SetFocus(next);
+  if (next != nullptr && next->Kind() == ControlKind::TextBox) {
+    static_cast<TextBox*>(next)->SelectAll();
+  }
+}
+
+void CenterForm(Form& form) {
+  LogWrite("Centering form");
+  const auto [width, height] = TheDesktop().TheScreen().Size();
+  form.MoveTo((width - form.Position().width) / 2, (height - form.Position().height) / 2);
+}
+
+}  // namespace quillmark

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/control.h"
+
+namespace quillmark {
+
+/// Left, top, width and height in pixels.
+struct Place {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// How a form starts.
+struct FormDesign {
+  std::string caption = {};
+  int width = 400;
+  int height = 300;
+  bool modal = false;     ///< the program shows it modally
+  bool sizable = false;   ///< its border can be dragged
+  bool framed = true;     ///< has a title bar
+};
+
+/// A window as plain state: a named set of controls. A concrete form is a struct whose members are
+/// its controls, under their own names.
+///
+/// A form is loaded before its controls count for anything: loading puts every control into its
+/// design state and runs `onLoad`. Unloading takes it off the screen and throws its state away.
+class Form {
+ public:
+  Form(std::string_view name, const FormDesign& design);
+  virtual ~Form() = default;
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  std::function<void()> onLoad;
+  std::function<void()> onShow;    ///< each time that it comes onto the screen
+  std::function<void()> onUnload;  ///< before its state is thrown away
+  std::function<void()> onResize;  ///< the border was dragged, or code changed the size
+
+  const std::string& Name() const { return name_; }
+  const FormDesign& StartState() const { return design_; }
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string_view caption);
+  const Place& Position() const { return place_; }
+  void MoveTo(int left, int top);
+  void SetSize(int width, int height);
+  bool Maximised() const { return maximised_; }
+  /// Notes what the window's frame did; no act by itself.
+  void SetMaximised(bool maximised) { maximised_ = maximised; }
+
+  bool Loaded() const { return loaded_; }
+  bool Shown() const { return shown_; }
+  bool Modal() const { return modal_; }
+  bool Topmost() const { return topmost_; }
+
+  /// Loads it if it is not loaded.
+  void Load();
+  /// Loads and shows it without blocking.
+  void Show();
+  /// Loads and shows it; returns when it has been unloaded. While it is open only its own controls
+  /// can be reached. Throws the invalid value fault if it is shown already.
+  void ShowModal();
+  /// Takes it off the screen and unloads it; nothing happens if it is not loaded.
+  void Unload();
+  /// Keeps it above all other windows from now on, without moving it.
+  void KeepOnTop();
+
+  /// Acts of a person on the window's frame; false if it can't be reached.
+  bool Close();
+  bool DragTo(int width, int height);
+
+  /// Shown, and not behind a modal one.
+  bool InFront() const;
+
+  const std::vector<Control*>& Controls() const { return controls_; }
+  /// The control of that name and index; null if there is none.
+  Control* Find(std::string_view name, int index = -1) const;
+
+  /// The control that has the focus; null if none can have it.
+  Control* Focus() const;
+  void SetFocus(Control* control);
+  /// Moves the focus to the next control that can be reached, in tab order, or to the one before.
+  void StepFocus(int direction);
+
+  /// The buttons that Enter and Escape press where the control with the focus has no use for them.
+  class Button* defaultButton = nullptr;
+  class Button* cancelButton = nullptr;
+
+ private:
+  friend class Control;
+  friend class Desktop;
+  void PutOnScreen(bool modal);
+  void ThrowStateAway();
+  /// The next control in tab order from the one at `start` that can take the focus.
+  Control* NextFocus(std::ptrdiff_t start, int direction) const;
+
+  std::string name_;
+  FormDesign design_;
+  std::string caption_;
+  Place place_;
+  bool loaded_ = false;
+  bool shown_ = false;
+  bool modal_ = false;
+  bool topmost_ = false;
+  bool maximised_ = false;
+  std::vector<Control*> controls_;
+  Control* focus_ = nullptr;
+};
+
+/// Centres a form on the screen.
+void CenterForm(Form& form);
+
+}  // namespace quillmark
