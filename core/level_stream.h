@@ -14,8 +14,8 @@ inline constexpr const char* kMissingEnd = "Error: 0x83 opcode (End-of-data) not
 struct MissingEndOfData {};
 
 /// Reads the stream of `Levels[level]` from file number 1, which stands at the stream's first byte,
-/// into that record, which has to be fresh. `length` is one less than the stream's bytes, and limits
-/// the elements that are read. On return the file stands behind the last byte that was read.
+/// into that record, which has to be fresh. `length` is one less than the stream's bytes, and
+/// limits the elements that are read. On return the file stands behind the last byte that was read.
 /// Throws the subscript fault for a group that is full and for an element past the 1025th, and
 /// `MissingEndOfData`.
 void ParseLevelTr4(const Int16& level, const Int16& length);
@@ -23,8 +23,8 @@ void ParseLevelTr5(const Int16& level, const Int16& length);
 
 /// Writes the stream of `Levels[level]`, made from its groups, to `scriptdata.tmp` in the program's
 /// folder through file number 3, sets `LevelOffsets[level + 1]` and takes the stream into
-/// `LevelRaw[level]`. Throws the subscript fault for an index outside the levels and for a stream of
-/// more than 1025 bytes, the overflow fault for an offset past 32767, and file faults.
+/// `LevelRaw[level]`. Throws the subscript fault for an index outside the levels and for a stream
+/// of more than 1025 bytes, the overflow fault for an offset past 32767, and file faults.
 void BuildLevelTr4(int level);
 void BuildLevelTr5(int level);
 

@@ -9,28 +9,30 @@ namespace quillmark {
 /// What a load tells whoever shows the script, and what it asks. Routines that are left empty are
 /// passed over.
 struct LoadCallbacks {
-  std::function<void()> chooseGame;         ///< has to set `ScriptKind`
-  std::function<void()> headRead;           ///< the head's fields are in the model
+  std::function<void()> chooseGame;  ///< has to set `ScriptKind`
+  std::function<void()> headRead;    ///< the head's fields are in the model
   std::function<void(const std::string&)> fileNameRead;
   std::function<void(const std::string&)> languageNameRead;
-  /// A language file stands beside the script: its upper-cased name, such as "ITALIAN.DAT", and path.
+  /// A language file stands beside the script: its upper-cased name, such as "ITALIAN.DAT", and
+  /// path.
   std::function<void(std::string_view name, const std::string& path)> languageFound;
-  std::function<void()> loaded;             ///< the whole script is in the model
+  std::function<void()> loaded;  ///< the whole script is in the model
 };
 
-/// Loads the script at `path` into the model. False if its second word is not zero or the file can't
-/// be opened; throws the faults of the files, of the offset arithmetic and of the parsers, and
-/// `MissingEndOfData`. Nothing is undone then.
+/// Loads the script at `path` into the model. False if its second word is not zero or the file
+/// can't be opened; throws the faults of the files, of the offset arithmetic and of the parsers,
+/// and `MissingEndOfData`. Nothing is undone then.
 bool LoadScript(const std::string& path, const LoadCallbacks& callbacks);
 
-/// Rebuilds the groups from the flat lists, then replaces the file at `path`, which has to exist, by
-/// the script of the model. True when it was written; every trouble is a fault, with the file in
+/// Rebuilds the groups from the flat lists, then replaces the file at `path`, which has to exist,
+/// by the script of the model. True when it was written; every trouble is a fault, with the file in
 /// whatever state it reached.
 bool SaveScript(const std::string& path);
 
 /// Reads every language file that stands in `folder`, in the loader's order, through `found`, and
 /// closes the files after each.
-void ReadLanguagesIn(const std::string& folder,
-                     const std::function<void(std::string_view name, const std::string& path)>& found);
+void ReadLanguagesIn(
+    const std::string& folder,
+    const std::function<void(std::string_view name, const std::string& path)>& found);
 
 }  // namespace quillmark

@@ -6,8 +6,8 @@ ScriptModel TRScript;
 
 ScriptModel::ScriptModel() {
   const std::string blank(kExtensionLength, '\0');
-  for (std::string* extension : {&PsxLevelExt, &PsxCutExt, &PsxFmvExt, &ExtReserved, &PcLevelExt,
-                                 &PcCutExt, &PcFmvExt}) {
+  for (std::string* extension :
+       {&PsxLevelExt, &PsxCutExt, &PsxFmvExt, &ExtReserved, &PcLevelExt, &PcCutExt, &PcFmvExt}) {
     *extension = blank;
   }
 }

@@ -56,7 +56,8 @@ struct FrmEditor : Form {
   Label Label4{*this, "Label4", {.frame = &Frame3, .caption = "Telecamera di caricamento:"}};
   ControlArray<TextBox, 7> txtCamera{*this, "txtCamera", {.frame = &Frame3}};
   CheckBox chkHorizon{*this, "chkHorizon", {.frame = &Frame3, .caption = "Orizzonte"}};
-  CheckBox chkCol{*this, "chkCol", {.frame = &Frame3, .caption = "Alone biancastro sull'orizzonte"}};
+  CheckBox chkCol{
+      *this, "chkCol", {.frame = &Frame3, .caption = "Alone biancastro sull'orizzonte"}};
   CheckBox chkLight{*this, "chkLight", {.frame = &Frame3, .caption = "Temporale"}};
   CheckBox chkStar{*this, "chkStar", {.frame = &Frame3, .caption = "Starfield"}};
   CheckBox chkWe{*this, "chkWe", {.frame = &Frame3, .caption = "Weather"}};
@@ -81,8 +82,7 @@ struct FrmEditor : Form {
   CheckBox chkMirror{*this, "chkMirror", {.frame = &Frame3, .caption = "Specchio:"}};
   TextBox txtMirrorRoom{*this, "txtMirrorRoom", {.frame = &Frame3}};
   TextBox txtMirrorValue{*this, "txtMirrorValue", {.frame = &Frame3}};
-  Button Command10{
-      *this, "Command10", {.frame = &Frame3, .caption = "...", .enabled = false}};
+  Button Command10{*this, "Command10", {.frame = &Frame3, .caption = "...", .enabled = false}};
   CheckBox check1{*this, "check1", {.frame = &Frame3, .caption = "ResetHUB:"}};
   TextBox txtResetHUB{*this, "txtResetHUB", {.frame = &Frame3}};
   ComboBox cmbCut{*this, "cmbCut", {.frame = &Frame3, .rows = Numbers(0, 35)}};
@@ -93,9 +93,7 @@ struct FrmEditor : Form {
   Button Command30{
       *this, "Command30", {.frame = &Frame3, .caption = "Command30", .visible = false}};
   Button cmdS{
-      *this,
-      "cmdS",
-      {.frame = &Frame3, .caption = "Salva", .enabled = false, .visible = false}};
+      *this, "cmdS", {.frame = &Frame3, .caption = "Salva", .enabled = false, .visible = false}};
 
   Frame Frame6{*this, "Frame6", {.frame = &Frame3, .caption = "Oggetti"}};
   ListView lstObj{*this,
@@ -104,11 +102,11 @@ struct FrmEditor : Form {
                   {{"", 1440}, {"ID", 500}, {"", 2200}, {"", 1000}, {"", 600}},
                   {"puzzle", "key", "pickup"}};
   ListBox lstObj2{*this, "lstObj2", {.frame = &Frame6, .visible = false}};
-  ComboBox cmbType{*this,
-                   "cmbType",
-                   {.frame = &Frame6,
-                    .rows = {"Puzzle", "Key", "Pickup", "PuzzleCombo", "KeyCombo", "PickupCombo",
-                             "Examine"}}};
+  ComboBox cmbType{
+      *this,
+      "cmbType",
+      {.frame = &Frame6,
+       .rows = {"Puzzle", "Key", "Pickup", "PuzzleCombo", "KeyCombo", "PickupCombo", "Examine"}}};
   ComboBox cmbID{*this, "cmbID", {.frame = &Frame6}};
   ComboBox cmbCombo{*this, "cmbCombo", {.frame = &Frame6, .enabled = false, .rows = {"1", "2"}}};
   ComboBox cmbString{*this, "cmbString", {.frame = &Frame6}};
@@ -121,22 +119,19 @@ struct FrmEditor : Form {
   Button Command14{*this, "Command14", {.frame = &Frame6, .enabled = false}};
   Button Command17{*this, "Command17", {.frame = &Frame6, .enabled = false}};
   Button Command18{*this, "Command18", {.frame = &Frame6, .enabled = false}};
-  Button Command9{
-      *this,
-      "Command9",
-      {.frame = &Frame6, .caption = "Modifica", .enabled = false, .visible = false}};
+  Button Command9{*this,
+                  "Command9",
+                  {.frame = &Frame6, .caption = "Modifica", .enabled = false, .visible = false}};
 
   Frame Frame7{*this, "Frame7", {.frame = &Frame3, .caption = "Filmati"}};
-  ControlArray<Label, 2> Label5{
-      *this,
-      "Label5",
-      {{.frame = &Frame7, .caption = "Cutscene all'inizio del livello:"},
-       {.frame = &Frame7, .caption = "FMV:"}}};
+  ControlArray<Label, 2> Label5{*this,
+                                "Label5",
+                                {{.frame = &Frame7, .caption = "Cutscene all'inizio del livello:"},
+                                 {.frame = &Frame7, .caption = "FMV:"}}};
   ComboBox cmbFMV{*this, "cmbFMV", {.frame = &Frame7, .rows = Numbers(0, 30)}};
   ListView lstCuts{
       *this, "lstCuts", {.frame = &Frame7}, {{"n\xB0", 700}, {"ID Cutscene", 1200}}, {"film"}};
-  Label Label6{
-      *this, "Label6", {.frame = &Frame7, .caption = "Cutscene all'interno del livello:"}};
+  Label Label6{*this, "Label6", {.frame = &Frame7, .caption = "Cutscene all'interno del livello:"}};
   Button Command3{*this, "Command3", {.frame = &Frame7, .enabled = false}};
   Button Command4{*this, "Command4", {.frame = &Frame7, .enabled = false}};
 

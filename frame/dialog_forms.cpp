@@ -30,8 +30,7 @@ std::vector<Design> FrmEx::InBothFrames(const char* caption) {
   return {{.frame = &Frame1[0], .caption = caption}, {.frame = &Frame1[1], .caption = caption}};
 }
 
-FrmSelScript::FrmSelScript()
-    : Form("frmSelScript", {.width = 220, .height = 140, .modal = true}) {
+FrmSelScript::FrmSelScript() : Form("frmSelScript", {.width = 220, .height = 140, .modal = true}) {
   defaultButton = &Command1;
 }
 
@@ -54,6 +53,7 @@ FrmOldPrototipe::FrmOldPrototipe()
                             .modal = true}) {}
 
 FrmInventory::FrmInventory()
-    : Form("frmInventory", {.caption = "frmInventory", .width = 420, .height = 320, .modal = true}) {}
+    : Form("frmInventory",
+           {.caption = "frmInventory", .width = 420, .height = 320, .modal = true}) {}
 
 }  // namespace quillmark

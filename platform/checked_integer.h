@@ -29,8 +29,8 @@ class CheckedInteger {
   constexpr CheckedInteger() = default;
 
   template <std::integral From>
-    requires(!std::same_as<From, bool>)
-  constexpr CheckedInteger(From value) : value_(Narrow(value)) {}
+  requires(!std::same_as<From, bool>) constexpr CheckedInteger(From value)
+      : value_(Narrow(value)) {}
 
   template <std::integral From>
   constexpr CheckedInteger(CheckedInteger<From> other) : value_(Narrow(other.value())) {}

@@ -38,7 +38,9 @@ std::string_view KindName(ControlKind kind) {
   return "control";
 }
 
-std::string ShownText(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }
+std::string ShownText(std::string_view text) {
+  return std::string(text.substr(0, text.find('\0')));
+}
 
 Control::Control(Form& form, ControlKind kind, std::string_view name, int index,
                  const Design& design)

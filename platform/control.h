@@ -49,8 +49,8 @@ std::string ShownText(std::string_view text);
 /// A control as plain state. A write from code raises what the kind's event rule says, at once; an
 /// act of a person goes through the operations that return whether the control could be reached.
 ///
-/// Controls register themselves with their form, which lists them in the order of their declaration;
-/// that is the tab order too. They are never copied or moved.
+/// Controls register themselves with their form, which lists them in the order of their
+/// declaration; that is the tab order too. They are never copied or moved.
 class Control {
  public:
   Control(Form& form, ControlKind kind, std::string_view name, int index, const Design& design);

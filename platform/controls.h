@@ -219,9 +219,10 @@ struct ListViewRow {
 /// Names of the pictures of an image list; image number n is entry n - 1.
 using ImageList = std::vector<std::string>;
 
-/// A table with column captions and a small icon in front of each row. A write of the selection from
-/// code raises nothing; any choice of a row by a person raises `onItemClick`, also of the row that is
-/// selected already, and a press of the left button anywhere in it raises `onClick` after that.
+/// A table with column captions and a small icon in front of each row. A write of the selection
+/// from code raises nothing; any choice of a row by a person raises `onItemClick`, also of the row
+/// that is selected already, and a press of the left button anywhere in it raises `onClick` after
+/// that.
 class ListView : public Control {
  public:
   ListView(Form& form, std::string_view name, const Design& design, std::vector<Column> columns,
@@ -297,7 +298,8 @@ class PopupMenu : public Control {
   std::vector<MenuEntry*> entries_;
 };
 
-/// Controls of one name, told apart by an index from 0. An index outside throws the subscript fault.
+/// Controls of one name, told apart by an index from 0. An index outside throws the subscript
+/// fault.
 template <class ControlType, std::size_t N>
 class ControlArray {
  public:

@@ -17,8 +17,8 @@ namespace quillmark {
 /// The program's name as it stands in titles of the platform's own boxes.
 inline constexpr std::string_view kProgramName = "Quillmark";
 
-/// The process's side of the display: which forms are shown, in which order, what waits, and the one
-/// boundary around each act.
+/// The process's side of the display: which forms are shown, in which order, what waits, and the
+/// one boundary around each act.
 class Desktop {
  public:
   /// Names the display that everything goes to. It has to outlive its use.

@@ -53,8 +53,8 @@ const FileNumbers::OpenFile& FileNumbers::Slot(int number) const {
 FileNumbers::OpenFile& FileNumbers::Free(int number, const std::string& path) {
   OpenFile& file = Slot(number);
   if (file.mode != Mode::Closed) {
-    throw Fault(FaultKind::File, "file number " + std::to_string(number) + " is open already, on '" +
-                                     file.path + "'");
+    throw Fault(FaultKind::File, "file number " + std::to_string(number) +
+                                     " is open already, on '" + file.path + "'");
   }
   file = OpenFile{};
   file.path = path;
@@ -173,8 +173,8 @@ std::string FileNumbers::ReadText(int number, std::int64_t count) {
   const auto wanted = static_cast<std::size_t>(count);
   const std::size_t left =
       file.position < file.bytes.size() ? file.bytes.size() - file.position : 0;
-  std::string text = file.bytes.substr(std::min(file.position, file.bytes.size()),
-                                       std::min(wanted, left));
+  std::string text =
+      file.bytes.substr(std::min(file.position, file.bytes.size()), std::min(wanted, left));
   if (wanted > left) file.metEnd = true;
   file.position += wanted;
   text.resize(wanted, '\0');

@@ -13,14 +13,15 @@ namespace quillmark {
 /// Small fixed numbers that stand for open files, 1 to 10.
 ///
 /// A file opened for binary access is taken into memory once: reads walk over it and deliver zero
-/// behind its end, writes change it in memory and reach the disk when the file is flushed or closed.
-/// All numbers are little-endian. Every operation on a number outside 1 to 10, on a number that is
-/// not open, or of the wrong mode throws the file fault; so does whatever the system refuses.
+/// behind its end, writes change it in memory and reach the disk when the file is flushed or
+/// closed. All numbers are little-endian. Every operation on a number outside 1 to 10, on a number
+/// that is not open, or of the wrong mode throws the file fault; so does whatever the system
+/// refuses.
 class FileNumbers {
  public:
-  /// Opens for reading and writing at position 0, and makes the file at once if there is none. It is
-  /// never truncated. A file that may not be written is opened for reading alone: the first write to
-  /// it is the fault. Throws also if the number is open already.
+  /// Opens for reading and writing at position 0, and makes the file at once if there is none. It
+  /// is never truncated. A file that may not be written is opened for reading alone: the first
+  /// write to it is the fault. Throws also if the number is open already.
   void OpenBinary(int number, const std::string& path);
   /// Opens for `ReadField`. The file has to exist.
   void OpenInput(int number, const std::string& path);

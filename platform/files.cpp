@@ -70,8 +70,7 @@ fs::path DeletablePath(std::string_view path) {
     throw Fault(FaultKind::File, "there is no file " + QuotedPath(path));
   }
   if (Files.IsPathOpen(std::string(path))) {
-    throw Fault(FaultKind::File,
-                "the file " + QuotedPath(path) + " is open and can't be deleted");
+    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is open and can't be deleted");
   }
   return SystemPath(path);
 }
@@ -84,7 +83,7 @@ std::string PathText(const fs::path& path) {
 }
 
 fs::path SystemPath(std::string_view path) {
-  const fs::path plain = Unlimited(PlainPath(path));
+  fs::path plain = Unlimited(PlainPath(path));
   std::error_code error;
   if (fs::exists(plain, error)) return plain;
   const fs::path name = SameButForCase(plain.parent_path(), PathText(plain.filename()));
@@ -93,7 +92,8 @@ fs::path SystemPath(std::string_view path) {
 
 std::string GetPath(std::string_view path) {
   const std::size_t separator = path.find_last_of(kSeparators);
-  return separator == std::string_view::npos ? std::string() : std::string(path.substr(0, separator));
+  return separator == std::string_view::npos ? std::string()
+                                             : std::string(path.substr(0, separator));
 }
 
 std::string FileNameOf(std::string_view path) {
@@ -130,8 +130,8 @@ void DeleteFile(std::string_view path) {
   const fs::path place = DeletablePath(path);
   std::error_code error;
   if (!fs::remove(place, error) || error) {
-    throw Fault(FaultKind::File, "the file " + QuotedPath(path) +
-                                     " can't be deleted: " + error.message());
+    throw Fault(FaultKind::File,
+                "the file " + QuotedPath(path) + " can't be deleted: " + error.message());
   }
 }
 

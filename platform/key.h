@@ -2,7 +2,8 @@
 
 namespace quillmark {
 
-/// Keys by the numbers that the desktop gives them. `Character` stands for all that types something.
+/// Keys by the numbers that the desktop gives them. `Character` stands for all that types
+/// something.
 enum class KeyCode {
   Character = 0,
   Backspace = 8,

@@ -53,10 +53,10 @@ bool FindLanguage(std::string_view fileName, Language& language);
 /// What the readers and `SetPrimaryLanguage` tell whoever shows the strings. Routines that are left
 /// empty are passed over.
 struct StringListeners {
-  std::function<void(const std::string&)> stringRead;      ///< a string of the primary language
-  std::function<void()> levelNamesBegin;                   ///< the level list starts anew
-  std::function<void(const std::string&)> levelName;       ///< the name of level 1, 2, ...
-  std::function<void()> poolBegins;                        ///< the lists of strings start anew
+  std::function<void(const std::string&)> stringRead;  ///< a string of the primary language
+  std::function<void()> levelNamesBegin;               ///< the level list starts anew
+  std::function<void(const std::string&)> levelName;   ///< the name of level 1, 2, ...
+  std::function<void()> poolBegins;                    ///< the lists of strings start anew
   std::function<void(const std::string&)> poolString;
 };
 void SetStringListeners(StringListeners listeners);

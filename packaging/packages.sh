@@ -1,0 +1,27 @@
+# Sourced by ./run and ./test: makes sure of the packages that they need.
+
+# What a build of the program takes.
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools librsvg2-bin ccache)
+
+# ensure_packages PACKAGE...: installs what is missing; on a system without Debian's package tools it
+# names the packages and stops.
+ensure_packages() {
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    echo "This system has no Debian packages. What is needed, by Debian's names: $*" >&2
+    echo "Install these, then: cmake --preset release && cmake --build --preset release" >&2
+    exit 1
+  fi
+  local missing=() package
+  for package in "$@"; do
+    if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+      missing+=("$package")
+    fi
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  echo "Installing: ${missing[*]}"
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
+    "${missing[@]}" >/dev/null
+}
