@@ -123,10 +123,16 @@ bool Control::KeyDown(Key key, bool& used) {
 }
 
 bool Control::KeyUp(Key key) {
-  return Act([&] { HandleKeyRelease(key); });
+  return ActOfRelease([&] { HandleKeyRelease(key); });
 }
 
 bool Control::Act(const std::function<void()>& act) {
+  if (!Reachable()) return false;
+  if (kind_ != ControlKind::MenuEntry) TheDesktop().ClosePopup();
+  return ActOfRelease(act);
+}
+
+bool Control::ActOfRelease(const std::function<void()>& act) {
   if (!Reachable()) return false;
   TheDesktop().RunAct(OperationName(), act);
   return true;

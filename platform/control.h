@@ -100,8 +100,10 @@ class Control {
   bool KeyUp(Key key);
 
  protected:
-  /// Runs `act` as one act of a person on this control.
+  /// Runs `act` as one act of a person on this control. What begins on a control closes a popup
+  /// menu that is open elsewhere; what only ends there, a release, leaves it open.
   bool Act(const std::function<void()>& act);
+  bool ActOfRelease(const std::function<void()>& act);
   /// Notes that the screen has to show this control anew.
   void MarkChanged();
   /// How the platform's message names what a person did with this control.

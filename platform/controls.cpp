@@ -270,7 +270,7 @@ bool ListBox::MousePress(MouseButton button) {
 }
 
 bool ListBox::MouseRelease(MouseButton button) {
-  return Act([&] {
+  return ActOfRelease([&] {
     if (onMouseRelease) onMouseRelease(button);
   });
 }
