@@ -1,0 +1,50 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace quillmark {
+
+using Json = nlohmann::ordered_json;
+
+/// A line of input that names something unknown; its text is the answer.
+struct CommandError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// The Unicode text whose characters stand for `bytes` one to one, as UTF-8.
+std::string TextOfBytes(std::string_view bytes);
+/// The bytes that the characters of a UTF-8 text stand for; throws `CommandError` for a character
+/// that stands for none.
+std::string BytesOfText(std::string_view text);
+
+/// `value` on one line, every control character as a \u escape.
+std::string JsonLine(const Json& value);
+/// `bytes` as a JSON string in its quotes.
+std::string Quoted(std::string_view bytes);
+
+/// The words of one line of input, taken one after the other.
+class CommandLine {
+ public:
+  explicit CommandLine(std::string_view line) : rest_(line) { SkipBlanks(); }
+
+  bool AtEnd() const { return rest_.empty(); }
+  /// The next word; throws `CommandError` if there is none.
+  std::string Word();
+  int Number();
+  /// The JSON string that the rest of the line is, as UTF-8; `Bytes` as what it stands for.
+  std::string Text();
+  std::string Bytes() { return BytesOfText(Text()); }
+  bool AtQuote() const { return !AtEnd() && rest_.front() == '"'; }
+  /// Throws `CommandError` unless all was taken.
+  void ExpectEnd() const;
+
+ private:
+  void SkipBlanks();
+
+  std::string_view rest_;
+};
+
+}  // namespace quillmark
