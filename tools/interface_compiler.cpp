@@ -47,15 +47,20 @@ std::string InCodePage(const std::string& text) {
   return ansi;
 }
 
-std::string WithLineEnds(std::string_view text) {
+std::string WithoutEscapes(std::string_view text) {
   std::string plain;
-  while (true) {
-    const std::size_t escape = text.find("\\n");
-    plain += text.substr(0, escape);
-    if (escape == std::string_view::npos) return plain;
-    plain += '\n';
-    text.remove_prefix(escape + 2);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\') {
+      plain += text[i];
+      continue;
+    }
+    const char escaped = ++i < text.size() ? text[i] : '\0';
+    if (escaped != 'n' && escaped != '\\') {
+      throw Trouble("a backslash has to be written as \\\\, a line end as \\n");
+    }
+    plain += escaped == 'n' ? '\n' : '\\';
   }
+  return plain;
 }
 
 int EntryNumber(std::string_view digits) {
@@ -86,7 +91,7 @@ void AddLine(std::string_view line, Entries& entries) {
   const int number = EntryNumber(line.substr(0, first));
   const std::string_view name = line.substr(first + 1, second - first - 1);
   CheckName(name);
-  const std::string text = InCodePage(WithLineEnds(line.substr(second + 1)));
+  const std::string text = InCodePage(WithoutEscapes(line.substr(second + 1)));
   if (!entries.try_emplace(number, Entry{std::string(name), text}).second) {
     throw Trouble("the entry " + std::to_string(number) + " stands twice");
   }
