@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace quillmark {
+
+/// Carries out one line of the runner's own that prepares, changes or checks files, such as
+/// "size /tmp/x 12" or "remove /tmp/x". Throws `Failure` if a check fails or the line is unknown.
+void RunDirective(const std::string& line);
+
+/// The bytes of a file; throws `Failure` if it can't be read.
+std::string FileBytes(const std::string& path);
+
+}  // namespace quillmark

@@ -1,0 +1,47 @@
+#include "scenario_runner/expectation.h"
+
+#include <gtest/gtest.h>
+
+#include "scenario_runner/failure.h"
+
+namespace quillmark {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const std::string kObject = R"({"text":"25","row":-1,"rows":["a",{"b":1}],"in":{"x":1,"y":2}})";
+
+TEST(Expectation, LetsTheSameAnswerPass) {
+  const std::vector<std::pair<Lines, Lines>> cases = {
+      {{}, {"ready"}},
+      {{"refused"}, {"refused", "ready"}},
+      {{"box none OK \"\" \"\""}, {"box none OK \"\" \"\""}},
+      {{R"(["a", 1])"}, {R"(["a",1])", "ready"}},
+      {{R"({"row": -1, "in": {"y": 2}})", "/in/x 1", "/in {\"x\": 1}"}, {kObject, "ready"}},
+      {{"/rows/1/b 1", "/text \"25\"", "ready"}, {kObject, "ready"}},
+  };
+  for (const auto& [expected, answer] : cases) EXPECT_NO_THROW(CheckAnswer(expected, answer));
+}
+
+TEST(Expectation, ReportsEveryDifference) {
+  const std::vector<std::pair<Lines, Lines>> cases = {
+      {{}, {"refused", "ready"}},
+      {{}, {"ended"}},
+      {{"refused"}, {"ready"}},
+      {{"ready", "ready"}, {"ready"}},
+      {{"refused"}, {"refused", "box none OK \"\" \"\""}},
+      {{R"({"row": 1})"}, {kObject, "ready"}},
+      {{R"({"column": 1})"}, {kObject, "ready"}},
+      {{R"({"rows": ["a"]})"}, {kObject, "ready"}},
+      {{R"(["a"])"}, {R"(["a","b"])", "ready"}},
+      {{"/in/z 1"}, {kObject, "ready"}},
+      {{"/in/x 2"}, {kObject, "ready"}},
+      {{"/in/x 1"}, {"refused", "ready"}},
+  };
+  for (const auto& [expected, answer] : cases) {
+    EXPECT_THROW(CheckAnswer(expected, answer), Failure) << expected.size();
+  }
+}
+
+}  // namespace
+}  // namespace quillmark
