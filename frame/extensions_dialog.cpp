@@ -1,0 +1,46 @@
+#include "core/script_model.h"
+#include "editor/editor_form.h"
+#include "frame/apply_language.h"
+#include "frame/dialog_forms.h"
+#include "frame/dialogs.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::size_t kLetters = 3;
+
+/// `text` cut to the length of an extension field, or filled with blanks to it.
+std::string ExtensionField(std::string text) {
+  text.resize(kExtensionLength, ' ');
+  return text;
+}
+
+void LoadDialog() {
+  ApplyTexts(frmEx);
+  const auto fields = ShownExtensions(TRScript);
+  for (std::size_t box = 0; box < fields.size(); ++box) {
+    const std::string letters = fields[box]->substr(1, kLetters);
+    // Kept as it is: the field loses its dot here, and only OK or the next load brings it back.
+    *fields[box] = ExtensionField(letters);
+    frmEx.txtExtensions[box].SetText(letters);
+  }
+}
+
+void Accept() {
+  const auto fields = ShownExtensions(TRScript);
+  for (std::size_t box = 0; box < fields.size(); ++box) {
+    *fields[box] = ExtensionField("." + frmEx.txtExtensions[box].Text() + '\0');
+  }
+  frmEx.Unload();
+}
+
+}  // namespace
+
+void AttachExtensionsDialog() {
+  frmEx.onLoad = LoadDialog;
+  frmEx.Command1.onPress = Accept;
+  frmEx.Command2.onPress = [] { frmEx.Unload(); };
+  frmEditor.Command13.onPress = [] { frmEx.ShowModal(); };
+}
+
+}  // namespace quillmark

@@ -1,0 +1,97 @@
+#include <algorithm>
+
+#include "editor/editor_form.h"
+#include "frame/apply_language.h"
+#include "frame/dialog_forms.h"
+#include "frame/dialogs.h"
+#include "frame/interface_table.h"
+#include "frame/settings.h"
+#include "platform/desktop.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kNamesNumber = 5;
+constexpr int kTableNumber = 6;
+constexpr int kNameColumn = 1;
+constexpr int kTextColumn = 2;
+constexpr std::string_view kMagic("\xCD\x00\xCD\xCD", 4);
+
+void ListEntries() {
+  Files.OpenInput(kNamesNumber, ProgramPath("interface.h"));
+  for (int entry = 0; !Files.EndOfFile(kNamesNumber); ++entry) {
+    InterfaceNames[entry] = Files.ReadField(kNamesNumber);
+    frmLangEditor.l.AddRow({InterfaceNames[entry], InterfaceTable[entry]});
+  }
+  Files.Close(kNamesNumber);
+}
+
+/// Shares the width of the list evenly between its two columns.
+void HalveColumns() {
+  ListView& list = frmLangEditor.l;
+  const int width = list.Columns()[0].width + list.Columns()[1].width;
+  list.SetColumnWidth(kNameColumn, width / 2);
+  list.SetColumnWidth(kTextColumn, width / 2);
+}
+
+void LoadDialog() {
+  frmLangEditor.Text1.SetText(Settings.InterfaceFile);
+  ApplyTexts(frmLangEditor);
+  ListEntries();
+  HalveColumns();
+}
+
+void ShowTranslation() {
+  const std::string text = frmLangEditor.l.Cell(frmLangEditor.l.SelectedRow(), kTextColumn);
+  frmLangEditor.txtString.SetText(text);
+  frmLangEditor.txtString.TakeFocus();
+  frmLangEditor.txtString.SelectAll();
+}
+
+void TakeTranslation() {
+  frmLangEditor.l.SetCell(frmLangEditor.l.SelectedRow(), kTextColumn,
+                          frmLangEditor.txtString.Text());
+}
+
+void ReloadInterface() {
+  std::fill(InterfaceTable.begin(), InterfaceTable.end(), std::string());
+  LoadInterfaceLanguage();
+  ApplyInterfaceLanguage();
+}
+
+void Save() {
+  Files.Close(kTableNumber);  // kept as it is: the log gives up its number
+  Files.OpenBinary(kTableNumber, ProgramPath(InterfaceFileName()));
+  Files.WriteText(kTableNumber, kMagic);
+  for (int row = 0; row < frmLangEditor.l.Count(); ++row) {
+    Files.WriteText(kTableNumber, frmLangEditor.l.Cell(row, kTextColumn));
+    Files.WriteByte(kTableNumber, 0);
+  }
+  Files.Close(kTableNumber);
+  ReloadInterface();
+}
+
+void ChooseFile() try {
+  StoreInterfaceFile(TheDesktop().AskFile(
+      {.title = "Select language file", .filter = "Language files (*.bin)|*.bin"}));
+  ReloadInterface();
+  frmLangEditor.Load();
+} catch (const Fault& fault) {
+  if (fault.kind() != FaultKind::Cancelled) throw;
+}
+
+}  // namespace
+
+void AttachLanguageEditor() {
+  frmLangEditor.onLoad = LoadDialog;
+  frmLangEditor.l.onItemClick = ShowTranslation;
+  frmLangEditor.txtString.onChange = TakeTranslation;
+  frmLangEditor.Command1.onPress = ChooseFile;
+  frmLangEditor.Command2.onPress = Save;
+  frmLangEditor.Command3.onPress = [] { frmLangEditor.Unload(); };
+  frmEditor.Command28.onPress = [] { frmLangEditor.ShowModal(); };
+}
+
+}  // namespace quillmark

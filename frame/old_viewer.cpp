@@ -1,0 +1,36 @@
+#include <sstream>
+
+#include "core/script_model.h"
+#include "editor/editor_form.h"
+#include "frame/dialog_forms.h"
+#include "frame/dialogs.h"
+
+namespace quillmark {
+namespace {
+
+void ListLevels() {
+  for (int level = 0; level < TRScript.NumLevels; ++level) {
+    OldPrototipe.lstLevels.AddRow("Level # " + std::to_string(level));
+  }
+}
+
+void ShowLevelBytes() {
+  OldPrototipe.lstScriptData.Clear();
+  const LevelRawEntry& level = TRScript.LevelRaw[OldPrototipe.lstLevels.Row()];
+  for (int i = 0; i < level.Length; ++i) {
+    const int byte = level.Bytes[i].value();
+    std::ostringstream row;
+    row << std::hex << std::uppercase << byte << std::dec << " (" << byte << ")";
+    OldPrototipe.lstScriptData.AddRow(row.str());
+  }
+}
+
+}  // namespace
+
+void AttachOldViewer() {
+  OldPrototipe.onLoad = ListLevels;
+  OldPrototipe.lstLevels.onSelect = ShowLevelBytes;
+  frmEditor.Command27.onPress = [] { OldPrototipe.ShowModal(); };
+}
+
+}  // namespace quillmark

@@ -1,0 +1,60 @@
+#include <array>
+#include <string_view>
+
+#include "core/level_stream.h"
+#include "core/script_model.h"
+#include "editor/editor_form.h"
+#include "frame/apply_language.h"
+#include "frame/dialog_forms.h"
+#include "frame/dialogs.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kNumber = 1;
+constexpr int kRowBytes = 16;
+
+/// The next 16 bytes as one row, with zeros behind the end of the file.
+std::string NextRow() {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string row;
+  for (int i = 0; i < kRowBytes; ++i) {
+    if (i > 0) row += i == kRowBytes / 2 ? "    " : " ";
+    const unsigned byte = Files.ReadByte(kNumber).value();
+    row += kDigits[byte >> 4U];
+    row += kDigits[byte & 0xFU];
+  }
+  return row;
+}
+
+void ShowRawBytes() {
+  raw.Load();
+  raw.l.Clear();
+  const int level = frmEditor.lstLevels.Row();
+  if (TRScript.ScriptKind == kTr4) {
+    BuildLevelTr4(level);
+  } else {
+    BuildLevelTr5(level);
+  }
+  Files.OpenBinary(kNumber, ProgramPath("scriptdata.tmp"));
+  // Kept as it is: only a failed read tells of the end, so a stream of whole rows gets one row of
+  // zeros behind it.
+  while (!Files.EndOfFile(kNumber)) raw.l.AddRow(NextRow());
+  Files.CloseFiles();
+  raw.ShowModal();
+}
+
+}  // namespace
+
+void AttachRawView() {
+  raw.onLoad = [] {
+    CenterForm(raw);
+    ApplyTexts(raw);
+  };
+  raw.Command1.onPress = [] { raw.Unload(); };
+  frmEditor.Command29.onPress = ShowRawBytes;
+}
+
+}  // namespace quillmark
