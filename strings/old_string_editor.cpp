@@ -1,0 +1,89 @@
+#include <array>
+
+#include "core/script_model.h"
+#include "editor/editor_form.h"
+#include "frame/interface_table.h"
+#include "platform/fault.h"
+#include "strings/language_files.h"
+#include "strings/string_editors.h"
+#include "strings/string_forms.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kTitleLevelEntry = 17;
+constexpr int kNoLegendEntry = 61;
+
+/// Appends the first `NumStrings` of the pool to each of the controls.
+void AddStrings(std::initializer_list<RowsControl*> controls) {
+  for (int i = 0; i < StringsMod.NumStrings; ++i) {
+    for (RowsControl* control : controls) control->AddRow(StringsMod.StringPool[i]);
+  }
+}
+
+void LoadForm() {
+  CenterForm(frmStrings);
+  frmStrings.lstStringsText.clear();
+}
+
+void ShowRow() {
+  frmStrings.txtString.SetText(frmStrings.lstStrings.Text());
+  frmStrings.lstStringsText = std::to_string(frmStrings.lstStrings.Row());
+}
+
+void Apply() {
+  if (frmStrings.lstStringsText.empty()) {
+    throw Fault(FaultKind::Type, "no row of lstStrings has been clicked yet");
+  }
+  const int row = std::stoi(frmStrings.lstStringsText);
+  StringsMod.StringPool[row] = frmStrings.txtString.Text() + '\0';
+  frmStrings.lstStrings.Clear();
+  AddStrings({&frmStrings.lstStrings});
+}
+
+void RefillLegends() {
+  frmEditor.cmbLegend.Clear();
+  frmEditor.cmbName.Clear();
+  frmEditor.cmbLegend.AddRow(InterfaceTable[kNoLegendEntry]);
+  AddStrings({&frmEditor.cmbLegend, &frmEditor.cmbName});
+  const LevelRecord& level = TRScript.Levels[frmEditor.lstLevels.Row()];
+  frmEditor.cmbLegend.Select(IsOn(level.LegendOn) ? level.Legend.value() + 1 : 0);
+}
+
+void RefillLevels() {
+  frmEditor.lstLevels.Clear();
+  frmEditor.lstLevels.AddRow(InterfaceTable[kTitleLevelEntry]);
+  for (int i = 1; i < TRScript.NumLevels; ++i) {
+    frmEditor.lstLevels.AddRow(StringsMod.StringPool[TRScript.Levels[i].NameString]);
+  }
+}
+
+void Accept() {
+  RefillLegends();
+  RefillLevels();
+  frmEditor.cmbString.Clear();
+  AddStrings({&frmEditor.cmbString});
+  frmStrings.Unload();
+}
+
+void AttachLetter(Button& button, char letter) {
+  button.onPress = [letter] { frmStrings.txtString.SetText(frmStrings.txtString.Text() + letter); };
+}
+
+}  // namespace
+
+void AttachOldStringEditor() {
+  frmStrings.onLoad = LoadForm;
+  frmStrings.onShow = [] { frmStrings.lstStrings.Select(0); };
+  frmStrings.lstStrings.onSelect = ShowRow;
+  frmStrings.Command1.onPress = Apply;
+  frmStrings.Command2.onPress = Accept;
+  frmStrings.Command3.onPress = [] { frmStrings.Unload(); };
+  AttachLetter(frmStrings.Command4, '\x85');
+  AttachLetter(frmStrings.Command5, '\x8A');
+  AttachLetter(frmStrings.Command6, '\x8D');
+  AttachLetter(frmStrings.Command7, '\x95');
+  AttachLetter(frmStrings.Command8, '\x97');
+}
+
+}  // namespace quillmark

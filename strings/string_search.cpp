@@ -1,0 +1,62 @@
+#include "core/script_model.h"
+#include "editor/editor_form.h"
+#include "frame/apply_language.h"
+#include "platform/files.h"
+#include "strings/language_files.h"
+#include "strings/string_editors.h"
+#include "strings/string_forms.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kObjectIndexColumn = 5;
+
+void LoadForm() {
+  ApplyTexts(fss);
+  for (int i = 0; i < StringsMod.NumStrings; ++i) fss.l.AddRow(StringsMod.StringPool[i]);
+}
+
+void Open() {
+  fss.Show();
+  StringsMod.FindIndex = frmEditor.cmbString.Row();
+  fss.l.Select(StringsMod.FindIndex);
+  fss.KeepOnTop();
+}
+
+void TakeRow() {
+  frmEditor.cmbString.Select(fss.l.Row());
+  StringsMod.FindIndex = fss.l.Row();
+}
+
+void ReturnToObject() {
+  const ListView& objects = frmEditor.lstObj;
+  const int index = std::stoi(objects.Cell(objects.SelectedRow(), kObjectIndexColumn));
+  const LevelRecord& level = TRScript.Levels[frmEditor.lstLevels.Row()];
+  frmEditor.cmbString.Select(level.Objects[index].StringId);
+  fss.l.Select(StringsMod.FindIndex);
+}
+
+void Find() {
+  const std::string wanted = UpperCased(fss.txtFind.Text());
+  if (wanted.empty()) {
+    ReturnToObject();
+    return;
+  }
+  for (int i = 0; i < StringsMod.NumStrings; ++i) {
+    if (UpperCased(StringsMod.StringPool[i].substr(0, wanted.size())) != wanted) continue;
+    fss.l.Select(i);
+    frmEditor.cmbString.Select(i);
+    return;
+  }
+}
+
+}  // namespace
+
+void AttachStringSearch() {
+  fss.onLoad = LoadForm;
+  fss.l.onSelect = TakeRow;
+  fss.txtFind.onChange = Find;
+  frmEditor.Command32.onPress = Open;
+}
+
+}  // namespace quillmark
