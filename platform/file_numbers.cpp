@@ -1,12 +1,12 @@
 #include "platform/file_numbers.h"
 
 #include <algorithm>
-#include <array>
 #include <exception>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/fault.h"
+#include "platform/little_endian.h"
 #include "platform/system_path.h"
 
 namespace quillmark {
@@ -187,23 +187,16 @@ bool FileNumbers::EndOfFile(int number) const {
   return Opened(number, Mode::Binary).metEnd;
 }
 
-void FileNumbers::WriteByte(int number, Byte value) {
-  const char byte = static_cast<char>(value.value());
-  WriteText(number, std::string_view(&byte, 1));
+template <class Number>
+void FileNumbers::WriteNumber(int number, Number value) {
+  std::string bytes;
+  AppendNumber(bytes, value);
+  WriteText(number, bytes);
 }
 
-void FileNumbers::WriteInt16(int number, Int16 value) {
-  const auto bits = static_cast<std::uint16_t>(value.value());
-  const std::array<char, 2> bytes = {static_cast<char>(bits & 0xFFU),
-                                     static_cast<char>(bits >> 8U)};
-  WriteText(number, std::string_view(bytes.data(), bytes.size()));
-}
-
-void FileNumbers::WriteInt32(int number, Int32 value) {
-  const auto bits = static_cast<std::uint32_t>(value.value());
-  WriteInt16(number, static_cast<std::int16_t>(bits & 0xFFFFU));
-  WriteInt16(number, static_cast<std::int16_t>(bits >> 16U));
-}
+void FileNumbers::WriteByte(int number, Byte value) { WriteNumber(number, value); }
+void FileNumbers::WriteInt16(int number, Int16 value) { WriteNumber(number, value); }
+void FileNumbers::WriteInt32(int number, Int32 value) { WriteNumber(number, value); }
 
 void FileNumbers::WriteText(int number, std::string_view bytes) {
   OpenFile& file = Opened(number, Mode::Binary);

@@ -87,6 +87,8 @@ class FileNumbers {
   OpenFile& Opened(int number, Mode mode);
   const OpenFile& Opened(int number, Mode mode) const;
   std::uint8_t NextByte(OpenFile& file);
+  template <class Number>
+  void WriteNumber(int number, Number value);
   static void WriteOut(OpenFile& file);
 
   FixedArray<OpenFile, 11> slots_;
