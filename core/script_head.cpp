@@ -1,0 +1,85 @@
+#include "core/script_head.h"
+
+#include <array>
+
+#include "platform/file_numbers.h"
+#include "platform/little_endian.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kScriptFile = 1;
+
+constexpr std::array<HeadField, 2> kFlags{
+    {{&ScriptModel::ScriptFlags}, {&ScriptModel::ScriptFlagsHigh, false}}};
+
+constexpr std::array<HeadField, 5> kCounts{{{&ScriptModel::ScriptFrameRate},
+                                            {&ScriptModel::ScriptSecurity},
+                                            {&ScriptModel::NumLevels},
+                                            {&ScriptModel::NumFileNames},
+                                            {std::monostate{}, false}}};
+
+constexpr std::array<HeadField, 10> kSizesAndExtensions{{{&ScriptModel::FileNamesSize},
+                                                         {&ScriptModel::ScriptDataSize},
+                                                         {&ScriptModel::PsxLevelExt},
+                                                         {&ScriptModel::PsxCutExt},
+                                                         {&ScriptModel::PsxFmvExt},
+                                                         {&ScriptModel::ExtReserved, false},
+                                                         {&ScriptModel::PcLevelExt},
+                                                         {&ScriptModel::PcCutExt},
+                                                         {&ScriptModel::PcFmvExt},
+                                                         {&ScriptModel::ExtReserved, false}}};
+
+void Read(Byte& value) { value = Files.ReadByte(kScriptFile); }
+void Read(Int16& value) { value = Files.ReadInt16(kScriptFile); }
+void Read(Int32& value) { value = Files.ReadInt32(kScriptFile); }
+void Read(std::string& text) { text = Files.ReadText(kScriptFile, kExtensionLength); }
+
+template <class Number>
+void Append(std::string& bytes, Number value, bool written) {
+  AppendNumber(bytes, written ? value : Number{});
+}
+
+void Append(std::string& bytes, std::string text, bool written) {
+  if (!written) text.clear();
+  text.resize(kExtensionLength, '\0');
+  bytes += text;
+}
+
+}  // namespace
+
+std::span<const HeadField> HeadFlags() { return kFlags; }
+std::span<const HeadField> HeadCounts() { return kCounts; }
+std::span<const HeadField> HeadSizesAndExtensions() { return kSizesAndExtensions; }
+
+void ReadHead(std::span<const HeadField> fields, ScriptModel& script) {
+  for (const HeadField& field : fields) {
+    std::visit(
+        [&](auto member) {
+          if constexpr (std::is_same_v<decltype(member), std::monostate>) {
+            Files.ReadByte(kScriptFile);
+          } else {
+            Read(script.*member);
+          }
+        },
+        field.member);
+  }
+}
+
+void WriteHead(std::span<const HeadField> fields, const ScriptModel& script) {
+  std::string bytes;
+  for (const HeadField& field : fields) {
+    std::visit(
+        [&](auto member) {
+          if constexpr (std::is_same_v<decltype(member), std::monostate>) {
+            Append(bytes, Byte(), field.written);
+          } else {
+            Append(bytes, script.*member, field.written);
+          }
+        },
+        field.member);
+  }
+  Files.WriteText(kScriptFile, bytes);
+}
+
+}  // namespace quillmark

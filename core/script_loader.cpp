@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "core/level_stream.h"
+#include "core/object_groups.h"
+#include "core/script_dat.h"
+#include "core/script_head.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "platform/log.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kScriptFile = 1;
+
+/// The languages beside a script, in the order in which they are looked for.
+constexpr std::array<std::string_view, 7> kLanguageFiles = {
+    "ITALIAN.DAT", "ENGLISH.DAT", "GERMAN.DAT", "FRENCH.DAT", "US.DAT", "JAPAN.DAT", "SPANISH.DAT"};
+
+template <class Callback, class... Arguments>
+void Call(const Callback& callback, Arguments&&... arguments) {
+  if (callback) callback(std::forward<Arguments>(arguments)...);
+}
+
+/// One less than the bytes of entry `i` of `count`, told from the offsets alone.
+Int16 EntryLength(const FixedArray<Int16, kTablePlaces>& offsets, int i, int count,
+                  Int16 blockSize) {
+  if (i < count - 1) return offsets[i + 1] - 1 - offsets[i];
+  return blockSize - offsets[i] - 1;
+}
+
+void ReadOffsets(FixedArray<Int16, kTablePlaces>& offsets, int count) {
+  for (int i = 0; i < count; ++i) offsets[i] = Files.ReadInt16(kScriptFile);
+}
+
+void ReadFileNames(const LoadCallbacks& callbacks) {
+  const int count = TRScript.NumFileNames;
+  TRScript.FileNames.Redim(count);
+  ReadOffsets(TRScript.FileNameOffsets, count);
+  for (int i = 0; i < count; ++i) {
+    const Int16 length = EntryLength(TRScript.FileNameOffsets, i, count, TRScript.FileNamesSize);
+    TRScript.FileNames[i] = Files.ReadText(kScriptFile, length + 1);
+    Call(callbacks.fileNameRead, TRScript.FileNames[i]);
+  }
+}
+
+void ReadLevels() {
+  const int count = TRScript.NumLevels;
+  TRScript.Levels.Redim(count);
+  ReadOffsets(TRScript.LevelOffsets, count);
+  const auto parse = TRScript.ScriptKind == kTr4 ? ParseLevelTr4 : ParseLevelTr5;
+  for (int i = 0; i < count; ++i) {
+    parse(i, EntryLength(TRScript.LevelOffsets, i, count, TRScript.ScriptDataSize));
+  }
+}
+
+/// Kept as it is: the names are put behind those of an earlier load.
+void ReadLanguageNames(const LoadCallbacks& callbacks) {
+  const std::int64_t left =
+      std::max<std::int64_t>(0, Files.Length(kScriptFile) - Files.Position(kScriptFile));
+  const std::string tail = Files.ReadText(kScriptFile, left);
+  std::size_t from = 0;
+  for (int i = 0; i < kLanguageNameCount; ++i) {
+    // A name that the file does not end is ended by the zero that is read behind the file.
+    const std::size_t end = std::min(tail.find('\0', from), tail.size());
+    TRScript.LanguageNames[i].append(tail, from, end - from).push_back('\0');
+    from = std::min(end + 1, tail.size());
+    Call(callbacks.languageNameRead, TRScript.LanguageNames[i]);
+  }
+}
+
+}  // namespace
+
+bool LoadScript(const std::string& path, const LoadCallbacks& callbacks) {
+  TRScript.Levels.Redim(1);
+  Files.Close(kScriptFile);
+  Call(callbacks.chooseGame);
+
+  LogWrite("Loading script");
+  Files.OpenBinary(kScriptFile, path);
+  ReadHead(HeadFlags(), TRScript);
+  if (TRScript.ScriptFlagsHigh != 0) return false;
+  ReadHead(HeadCounts(), TRScript);
+  ReadHead(HeadSizesAndExtensions(), TRScript);
+  Call(callbacks.headRead);
+
+  ReadFileNames(callbacks);
+  ReadLevels();
+  ReadLanguageNames(callbacks);
+  Files.CloseFiles();
+
+  LogWrite("Loading strings");
+  ReadLanguagesIn(GetPath(path), callbacks.languageFound);
+  for (int i = 0; i < TRScript.NumLevels; ++i) FlattenGroups(TRScript.Levels[i]);
+
+  LogWrite("Building specific interface");
+  Call(callbacks.loaded);
+  LogWrite("Script loaded");
+  return true;
+}
+
+void ReadLanguagesIn(
+    const std::string& folder,
+    const std::function<void(std::string_view name, const std::string& path)>& found) {
+  for (const std::string_view name : kLanguageFiles) {
+    const std::string nameOnDisk = FindFile(JoinPath(folder, name));
+    if (UpperCased(nameOnDisk) == name) Call(found, name, JoinPath(folder, nameOnDisk));
+    Files.CloseFiles();
+  }
+}
+
+}  // namespace quillmark
