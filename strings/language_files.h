@@ -58,6 +58,9 @@ struct StringListeners {
   std::function<void(const std::string&)> levelName;   ///< the name of level 1, 2, ...
   std::function<void()> poolBegins;                    ///< the lists of strings start anew
   std::function<void(const std::string&)> poolString;
+  /// A file could not be read or written: the interface's entry that says so. Left empty, the entry
+  /// is shown as an error box.
+  std::function<void(int entry)> failed;
 };
 void SetStringListeners(StringListeners listeners);
 
@@ -69,12 +72,19 @@ void ForgetLanguages();
 
 /// Reads the file at `path` into the language's slot. True only for the primary language; any error
 /// is shown as the language's own message and gives false. With `Primary` off the result is false
-/// too, and the file stays open for the caller to close.
+/// too, and the file stays open under number 2 for the caller to close.
 bool ReadLanguage(Language language, const std::string& path);
 
 /// Writes the slot over the file at `path`, which is not emptied first. Any error is shown as the
 /// language's own message and gives false.
 bool WriteLanguage(Language language, const std::string& path);
+
+/// Reads the file that `ReadLanguagesIn` has found, whatever comes of it.
+void ReadFoundLanguage(std::string_view fileName, const std::string& path);
+
+/// Writes every loaded language to its file in `folder`, in the order of a save. Ends with false at
+/// the first one that can't be written.
+bool WriteLoadedLanguages(const std::string& folder);
 
 /// Makes the slot the string pool. Throws the subscript fault for more strings than places.
 void SetPrimaryLanguage(Language language);

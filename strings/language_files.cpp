@@ -1,0 +1,226 @@
+#include "strings/language_files.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/script_model.h"
+#include "frame/interface_table.h"
+#include "platform/fault.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "platform/little_endian.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kWriteNumber = 1;
+constexpr int kReadNumber = 2;
+constexpr unsigned char kMask = 0x5C;
+constexpr int kHeadLength = 12;
+constexpr int kOffsetLength = 2;
+constexpr int kPoolHighest = 4096;
+
+/// All that sets the languages apart.
+struct LanguageRules {
+  std::string_view fileName;
+  bool sizesOffsets;   ///< its reader empties the offset array first
+  bool namesFromPool;  ///< its reader takes the names of the levels from the pool
+  int readTrouble;     ///< entries of the interface
+  int writeTrouble;
+};
+
+constexpr std::array<LanguageRules, kLanguageCount> kRules = {{{"ENGLISH.DAT", true, false, 1, 8},
+                                                               {"ITALIAN.DAT", true, false, 2, 9},
+                                                               {"GERMAN.DAT", false, false, 3, 10},
+                                                               {"US.DAT", false, true, 4, 11},
+                                                               {"FRENCH.DAT", false, false, 7, 14},
+                                                               {"SPANISH.DAT", false, true, 5, 12},
+                                                               {"JAPAN.DAT", false, true, 6, 13}}};
+
+constexpr std::array<Language, kLanguageCount> kSaveOrder = {
+    Language::ITALIAN, Language::ENGLISH, Language::JAPAN, Language::FRENCH,
+    Language::SPANISH, Language::GERMAN,  Language::US};
+
+/// The head of a language file, in its order.
+constexpr std::array<Int16 LanguageSlot::*, 3> kCounts = {
+    &LanguageSlot::Count1, &LanguageSlot::Count2, &LanguageSlot::Count3};
+constexpr std::array<Int16 LanguageSlot::*, 3> kSizes = {&LanguageSlot::Size1, &LanguageSlot::Size2,
+                                                         &LanguageSlot::Size3};
+
+StringListeners listeners;
+
+template <class Listener, class... Arguments>
+void Tell(const Listener& listener, Arguments&&... arguments) {
+  if (listener) listener(std::forward<Arguments>(arguments)...);
+}
+
+const LanguageRules& Rules(Language language) { return kRules[static_cast<std::size_t>(language)]; }
+
+/// Takes the mask off or puts it on. Zeros stay as they are; the mask's own character turns into
+/// one and does not come back.
+void Scramble(std::string& text) {
+  for (char& c : text) {
+    if (c != '\0') c = static_cast<char>(static_cast<unsigned char>(c) ^ kMask);
+  }
+}
+
+void Fail(int entry) {
+  if (listeners.failed) {
+    listeners.failed(entry);
+  } else {
+    ShowErrorEntry(entry);
+  }
+}
+
+/// Runs `work` with the file of `number`; a fault is shown and gives false, with the file closed.
+template <class Work>
+bool ShowingFaults(int number, int entry, Work work) {
+  try {
+    return work();
+  } catch (const Fault&) {
+    Files.Close(number);
+    Fail(entry);
+    return false;
+  }
+}
+
+/// One less than the bytes of string `i`. The last one reaches one byte past the end of the file,
+/// which is read as a zero: kept as it is.
+Int32 StringLength(const LanguageSlot& slot, int i) {
+  if (i < slot.Total - 1) return slot.Offsets[i + 1] - 1 - slot.Offsets[i];
+  return Files.Length(kReadNumber) - slot.Offsets[i] - kOffsetLength * slot.Total - kHeadLength;
+}
+
+void ReadSlot(LanguageSlot& slot, bool sizesOffsets) {
+  for (const auto count : kCounts) slot.*count = Files.ReadInt16(kReadNumber);
+  slot.Total = slot.Count1 + slot.Count2 + slot.Count3;
+  StringsMod.NumStrings = slot.Total;
+  for (const auto size : kSizes) slot.*size = Files.ReadInt16(kReadNumber);
+
+  slot.Strings.Redim(slot.Total);
+  if (sizesOffsets) slot.Offsets.Redim(kOffsetPlaces - 1);
+  for (int i = 0; i < slot.Total; ++i) slot.Offsets[i] = Files.ReadInt16(kReadNumber);
+  for (int i = 0; i < slot.Total; ++i) {
+    slot.Strings[i] = Files.ReadText(kReadNumber, std::int64_t{StringLength(slot, i)} + 1);
+    Scramble(slot.Strings[i]);
+  }
+  slot.Loaded = kOn;
+}
+
+void TellStrings(const LanguageSlot& slot, bool namesFromPool) {
+  for (int i = 0; i < StringsMod.NumStrings; ++i) Tell(listeners.stringRead, slot.Strings[i]);
+  const DynamicArray<std::string>& names = namesFromPool ? StringsMod.StringPool : slot.Strings;
+  Tell(listeners.levelNamesBegin);
+  for (int i = 1; i < TRScript.NumLevels; ++i) {
+    Tell(listeners.levelName, names[TRScript.Levels[i].NameString]);
+  }
+}
+
+void WriteNumbers(LanguageSlot& slot, const std::array<Int16 LanguageSlot::*, 3>& fields) {
+  for (const auto field : fields) Files.WriteInt16(kWriteNumber, slot.*field);
+}
+
+void SumSizes(LanguageSlot& slot) {
+  for (const auto size : kSizes) slot.*size = 0;
+  int next = 0;
+  for (std::size_t group = 0; group < kCounts.size(); ++group) {
+    for (int i = 0; i < slot.*kCounts[group]; ++i, ++next) {
+      slot.*kSizes[group] += static_cast<std::int64_t>(slot.Strings[next].size());
+    }
+  }
+}
+
+void WriteSlot(LanguageSlot& slot) {
+  WriteNumbers(slot, kCounts);
+  SumSizes(slot);
+  WriteNumbers(slot, kSizes);
+
+  // Kept as it is: string 0 and its offset are written even if there are none.
+  const int last = std::max(0, int{slot.Total} - 1);
+  for (int i = 0; i <= last; ++i) {
+    slot.Offsets[i] = i == 0 ? Int16(0)
+                             : Int16(slot.Offsets[i - 1].value() +
+                                     static_cast<std::int64_t>(slot.Strings[i - 1].size()));
+    Files.WriteInt16(kWriteNumber, slot.Offsets[i]);
+  }
+  std::string area;
+  for (int i = 0; i <= last; ++i) area += slot.Strings[i];
+  Scramble(area);
+  Files.WriteText(kWriteNumber, area);
+}
+
+}  // namespace
+
+StringsModule StringsMod;
+
+LanguageSlot& Slot(Language language) { return StringsMod.Slots[static_cast<int>(language)]; }
+
+std::string_view LanguageFileName(Language language) { return Rules(language).fileName; }
+
+bool FindLanguage(std::string_view fileName, Language& language) {
+  for (std::size_t i = 0; i < kRules.size(); ++i) {
+    if (kRules[i].fileName != fileName) continue;
+    language = static_cast<Language>(i);
+    return true;
+  }
+  return false;
+}
+
+void SetStringListeners(StringListeners newListeners) { listeners = std::move(newListeners); }
+
+void SizeOffsetArrays() {
+  for (LanguageSlot& slot : StringsMod.Slots) slot.Offsets.Redim(kOffsetPlaces - 1);
+}
+
+void ForgetLanguages() {
+  for (LanguageSlot& slot : StringsMod.Slots) slot.Loaded = slot.Primary = kOff;
+}
+
+bool ReadLanguage(Language language, const std::string& path) {
+  const LanguageRules& rules = Rules(language);
+  return ShowingFaults(kReadNumber, rules.readTrouble, [&] {
+    LanguageSlot& slot = Slot(language);
+    Files.OpenBinary(kReadNumber, path);
+    ReadSlot(slot, rules.sizesOffsets);
+    if (!IsOn(slot.Primary)) return false;
+    TellStrings(slot, rules.namesFromPool);
+    Files.CloseFiles();
+    return true;
+  });
+}
+
+bool WriteLanguage(Language language, const std::string& path) {
+  const LanguageRules& rules = Rules(language);
+  return ShowingFaults(kWriteNumber, rules.writeTrouble, [&] {
+    Files.OpenBinary(kWriteNumber, path);
+    const FlushOnFault keepWhatIsWritten(kWriteNumber);
+    WriteSlot(Slot(language));
+    Files.CloseFiles();
+    return true;
+  });
+}
+
+void ReadFoundLanguage(std::string_view fileName, const std::string& path) {
+  Language language{};
+  if (FindLanguage(fileName, language)) ReadLanguage(language, path);
+}
+
+bool WriteLoadedLanguages(const std::string& folder) {
+  return std::all_of(kSaveOrder.begin(), kSaveOrder.end(), [&](Language language) {
+    return !IsOn(Slot(language).Loaded) ||
+           WriteLanguage(language, JoinPath(folder, LanguageFileName(language)));
+  });
+}
+
+void SetPrimaryLanguage(Language language) {
+  LanguageSlot& slot = Slot(language);
+  Tell(listeners.poolBegins);
+  StringsMod.StringPool.Redim(kPoolHighest);
+  for (int i = 0; i < slot.Total; ++i) {
+    StringsMod.StringPool[i] = slot.Strings[i];
+    Tell(listeners.poolString, slot.Strings[i]);
+  }
+  slot.Primary = kOn;
+}
+
+}  // namespace quillmark
