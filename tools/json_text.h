@@ -1,0 +1,18 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+
+namespace quillmark {
+
+using Json = nlohmann::ordered_json;
+
+/// The Unicode text whose characters stand for `bytes` one to one, as UTF-8.
+std::string TextOfBytes(std::string_view bytes);
+
+/// `value` on one line of plain ASCII, every other character and every control character as a
+/// `\u0000`-style escape. The texts in it are UTF-8.
+std::string JsonLine(const Json& value);
+
+}  // namespace quillmark

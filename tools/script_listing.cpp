@@ -1,0 +1,133 @@
+// Prints a script as it stands in the model, or loads it and saves it again, without any form.
+//
+//     script_listing list   tr4|tr5 SCRIPT            the model as one JSON object
+//     script_listing resave tr4|tr5 SCRIPT TARGET     saves SCRIPT over TARGET, which has to exist,
+//     and
+//                                                     each loaded language beside it
+//
+// Exit status: 0 done; 1 refused; 2 a fault; 3 a level stream without its closing pair; 64 wrong
+// usage. Texts of troubles go to standard error. A model whose
+// language files could only be read in part is listed all the same, and is not saved.
+
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/level_stream.h"
+#include "core/script_dat.h"
+#include "core/script_model.h"
+#include "platform/fault.h"
+#include "platform/files.h"
+#include "platform/system_path.h"
+#include "strings/language_files.h"
+#include "tools/listing.h"
+
+namespace {
+
+using namespace quillmark;
+
+enum Status { kDone = 0, kRefused = 1, kFaulted = 2, kEndMissing = 3, kUsage = 64 };
+
+struct Request {
+  bool resave = false;
+  std::uint8_t game = kTr4;
+  std::string script;
+  std::string target;
+};
+
+std::string AbsolutePath(const char* argument) {
+  return PathText(std::filesystem::absolute(argument));
+}
+
+bool ReadRequest(const std::vector<const char*>& arguments, Request& request) {
+  if (arguments.size() < 3) return false;
+  const std::string_view command = arguments[0];
+  const std::string_view game = arguments[1];
+  request.resave = command == "resave";
+  if (!request.resave && command != "list") return false;
+  if (game != "tr4" && game != "tr5") return false;
+  if (arguments.size() != (request.resave ? 4U : 3U)) return false;
+  request.game = game == "tr4" ? kTr4 : kTr5;
+  request.script = AbsolutePath(arguments[2]);
+  if (request.resave) request.target = AbsolutePath(arguments[3]);
+  return true;
+}
+
+/// What the readers and writers of the languages say while one of these lives.
+class LanguageTroubles {
+ public:
+  LanguageTroubles() {
+    StringListeners listeners;
+    listeners.failed = [this](int) { met_ = true; };
+    SetStringListeners(listeners);
+  }
+  ~LanguageTroubles() { SetStringListeners({}); }
+  LanguageTroubles(const LanguageTroubles&) = delete;
+  LanguageTroubles& operator=(const LanguageTroubles&) = delete;
+
+  bool Met() const { return met_; }
+
+ private:
+  bool met_ = false;
+};
+
+Status Refuse(const std::string& path, const char* reason) {
+  std::cerr << "refused: '" << path << "' " << reason << '\n';
+  return kRefused;
+}
+
+/// Loads without making anything primary. The model is whole as well if only a language is refused.
+Status Load(const Request& request, bool& whole) {
+  // Opening a file that is not there would make it.
+  if (FindFile(request.script).empty()) {
+    throw Fault(FaultKind::File, "there is no file '" + request.script + "'");
+  }
+  const LanguageTroubles troubles;
+  SizeOffsetArrays();
+  LoadCallbacks callbacks;
+  callbacks.chooseGame = [&request] { TRScript.ScriptKind = request.game; };
+  callbacks.languageFound = ReadFoundLanguage;
+  whole = LoadScript(request.script, callbacks);
+  if (!whole) return Refuse(request.script, "is no script");
+  return troubles.Met() ? Refuse(request.script, "has a language beside it that can't be read")
+                        : kDone;
+}
+
+Status Save(const std::string& target) {
+  if (!SaveScript(target)) return Refuse(target, "can't be saved");
+  if (!WriteLoadedLanguages(GetPath(target))) {
+    return Refuse(target, "is saved, but not each language beside it");
+  }
+  return kDone;
+}
+
+Status Run(const Request& request) {
+  bool whole = false;
+  const Status loaded = Load(request, whole);
+  if (request.resave) return loaded == kDone ? Save(request.target) : loaded;
+  if (whole) std::cout << JsonLine(ListScript()) << '\n';
+  return loaded;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Request request;
+  if (!ReadRequest({argv + 1, argv + argc}, request)) {
+    std::cerr << "usage: script_listing list tr4|tr5 SCRIPT\n"
+                 "       script_listing resave tr4|tr5 SCRIPT TARGET\n";
+    return kUsage;
+  }
+  try {
+    SetProgramFolder(GetPath(AbsolutePath(argv[0])));
+    return Run(request);
+  } catch (const Fault& fault) {
+    std::cerr << FaultName(fault.kind()) << ": " << fault.what() << '\n';
+    return kFaulted;
+  } catch (const MissingEndOfData&) {
+    std::cerr << kMissingEnd << '\n';
+    return kEndMissing;
+  }
+}
