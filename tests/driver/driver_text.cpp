@@ -7,33 +7,12 @@ namespace quillmark {
 namespace {
 
 constexpr unsigned kFirstTwoByteCharacter = 0x80;
-constexpr unsigned kFirstPrintable = 0x20;
-constexpr unsigned kDeleteCharacter = 0x7F;
-
-std::string Escape(unsigned character) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  return std::string("\\u00") + digits[character >> 4U] + digits[character & 0xFU];
-}
 
 unsigned ByteAt(std::string_view text, std::size_t place) {
   return static_cast<unsigned char>(text.at(place));
 }
 
 }  // namespace
-
-std::string TextOfBytes(std::string_view bytes) {
-  std::string text;
-  for (const char character : bytes) {
-    const unsigned byte = static_cast<unsigned char>(character);
-    if (byte < kFirstTwoByteCharacter) {
-      text += character;
-    } else {
-      text += static_cast<char>(0xC0U | (byte >> 6U));
-      text += static_cast<char>(0x80U | (byte & 0x3FU));
-    }
-  }
-  return text;
-}
 
 std::string BytesOfText(std::string_view text) {
   std::string bytes;
@@ -48,31 +27,6 @@ std::string BytesOfText(std::string_view text) {
     }
   }
   return bytes;
-}
-
-std::string JsonLine(const Json& value) {
-  const std::string dumped = value.dump(-1, ' ', false, Json::error_handler_t::replace);
-  std::string line;
-  for (std::size_t i = 0; i < dumped.size(); ++i) {
-    const unsigned byte = ByteAt(dumped, i);
-    if (byte == '\\') {
-      const std::string_view shortForms = "bfnrt";
-      const std::string_view characters = "\b\f\n\r\t";
-      const std::size_t form = shortForms.find(dumped.at(++i));
-      if (form == std::string_view::npos) {
-        line.append(dumped, i - 1, 2);
-      } else {
-        line += Escape(ByteAt(characters, form));
-      }
-    } else if (byte == kDeleteCharacter) {
-      line += Escape(byte);
-    } else if (byte == 0xC2 && ByteAt(dumped, i + 1) < kFirstTwoByteCharacter + kFirstPrintable) {
-      line += Escape(ByteAt(dumped, ++i));
-    } else {
-      line += dumped[i];
-    }
-  }
-  return line;
 }
 
 std::string Quoted(std::string_view bytes) { return JsonLine(TextOfBytes(bytes)); }

@@ -1,27 +1,22 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
-namespace quillmark {
+#include "tools/json_text.h"
 
-using Json = nlohmann::ordered_json;
+namespace quillmark {
 
 /// A line of input that names something unknown; its text is the answer.
 struct CommandError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The Unicode text whose characters stand for `bytes` one to one, as UTF-8.
-std::string TextOfBytes(std::string_view bytes);
 /// The bytes that the characters of a UTF-8 text stand for; throws `CommandError` for a character
 /// that stands for none.
 std::string BytesOfText(std::string_view text);
 
-/// `value` on one line, every control character as a \u escape.
-std::string JsonLine(const Json& value);
 /// `bytes` as a JSON string in its quotes.
 std::string Quoted(std::string_view bytes);
 
