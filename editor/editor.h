@@ -1,0 +1,72 @@
+#pragma once
+
+#include "core/script_model.h"
+#include "editor/editor_form.h"
+
+namespace quillmark {
+
+/// What the main form keeps besides its controls, for the life of the process.
+struct EditorModule {
+  LevelRecord ClipboardLevel;  ///< also the swap space of the moves
+  Int16 ClipboardFull;
+  LevelObject ObjectClip;
+};
+extern EditorModule EditorMod;
+
+// The panel.
+
+/// Refills the whole panel from the selected level. Runs without a guard: what it writes raises the
+/// controls' events, and their handlers' effects are part of the refresh. Throws the missing
+/// selection fault, and the invalid value fault for a value that its combo has no row for.
+void Update3();
+
+/// Adapt the panel to the game, once at the end of a load.
+void BuildInterfaceTr4();
+void BuildInterfaceTr5();
+
+/// The record of the selected row of `lstLevels`. Throws the missing selection fault, and the
+/// subscript fault for a row that no record stands behind.
+LevelRecord& SelectedLevel();
+
+/// Selects `row` in `combo`; throws the invalid value fault, in words about `value`, if the combo
+/// does not offer it.
+void SelectValue(ComboBox& combo, int row, const char* value);
+
+// The level list.
+
+/// Copies one record into another, field by field and not as a whole: see the list in
+/// level_list.cpp for what a copy holds.
+void CopyLevel(const LevelRecord& source, LevelRecord& target);
+
+/// Fills `lstLevels` anew with the names of all levels, with none selected.
+void RebuildLevelRows();
+
+// The object and film lists.
+
+/// Fills `lstObj`, or `lstCuts`, anew from the selected level.
+void RefillObjects();
+void RefillCuts();
+
+/// The four buttons that need objects: change, delete, copy and paste.
+void EnableObjectButtons(bool enabled);
+
+// Public operations of the form.
+
+void New();
+void SaveScriptProc();
+/// No control is bound to it.
+void ShowAbout();
+
+// Each attaches the handlers of its subject; together once, before the main form is loaded.
+
+void AttachLevelList();
+void AttachLevelFields();
+void AttachMirrorAssistant();
+void AttachObjectList();
+void AttachFilmList();
+void AttachFileNames();
+void AttachScriptCommands();
+/// All of the above.
+void AttachEditor();
+
+}  // namespace quillmark

@@ -1,0 +1,139 @@
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "editor/editor.h"
+#include "frame/interface_table.h"
+#include "platform/desktop.h"
+#include "platform/fault.h"
+#include "platform/files.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::string_view kFolder = "DATA\\";
+constexpr int kMostLevels = 255;
+
+constexpr int kTooManyEntry = 18;
+constexpr int kAskEntry = 22;
+constexpr int kAskTitleEntry = 23;
+constexpr int kNameRefusedEntry = 24;
+constexpr int kNoRowEntry = 42;
+constexpr int kDeleteEntry = 43;
+constexpr int kFirstRowEntry = 45;
+constexpr int kAsManyAsLevelsEntry = 46;
+
+bool StandsInFolder(const std::string& name) { return UpperCased(name).starts_with(kFolder); }
+
+/// Fills the lists anew, name by name in turn, and shows the selected level's file name again.
+void Refill(const std::vector<RowsControl*>& lists) {
+  for (RowsControl* list : lists) list->Clear();
+  for (int i = 0; i < TRScript.NumFileNames; ++i) {
+    for (RowsControl* list : lists) list->AddRow(TRScript.FileNames[i]);
+  }
+  SelectValue(frmEditor.cmbFN, SelectedLevel().FileNameIndex, "the selected level's file name");
+}
+
+/// Kept as it is: the test looks at the number of levels, not at that of the names.
+bool RefuseForLevels() {
+  if (TRScript.NumLevels != kMostLevels) return false;
+  ShowErrorEntry(kTooManyEntry);
+  return true;
+}
+
+void Add() {
+  if (RefuseForLevels()) return;
+  const std::string answer =
+      TheDesktop()
+          .AskText({InterfaceTable[kAskEntry], InterfaceTable[kAskTitleEntry], ""})
+          .value_or("");
+  if (answer.empty()) return;
+  if (StandsInFolder(answer)) {
+    ShowErrorEntry(kNameRefusedEntry);
+    return;
+  }
+  const std::string name = std::string(kFolder) + answer;
+  frmEditor.lstFileNames.AddRow(name);
+  ++TRScript.NumFileNames;
+  TRScript.FileNames.RedimPreserve(TRScript.NumFileNames);
+  TRScript.FileNames[frmEditor.lstFileNames.Count() - 1] = name + '\0';
+  Refill({&frmEditor.cmbFN});
+}
+
+void RefuseName(const std::string& explanation) {
+  TheDesktop().ShowError(InterfaceTable[0], "Nome file non valido" + explanation);
+}
+
+void Change() {
+  const int row = frmEditor.lstFileNames.Row();
+  if (row < 0) {
+    ShowErrorEntry(kNoRowEntry);
+    return;
+  }
+  std::string& name = TRScript.FileNames[row];
+  const std::string answer =
+      TheDesktop().AskText({"Inserire nome:", "Aggiungi nome file", name}).value_or("");
+  if (answer.empty()) return;
+  if (UpperCased(answer) == kFolder) {
+    RefuseName("");
+    return;
+  }
+  if (!StandsInFolder(answer)) {
+    RefuseName("\n\nDevi usare il seguente formato: DATA\\<nome file>");
+    return;
+  }
+  name = answer + '\0';
+  Refill({&frmEditor.cmbFN, &frmEditor.lstFileNames});
+}
+
+void Remove() {
+  ListBox& list = frmEditor.lstFileNames;
+  const int row = list.Row();
+  if (row < 0) {
+    ShowErrorEntry(kNoRowEntry);
+    return;
+  }
+  if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Text() + "'?")) return;
+  if (TRScript.NumFileNames == TRScript.NumLevels) {
+    ShowErrorEntry(kAsManyAsLevelsEntry);
+    return;
+  }
+  if (row == 0) {
+    ShowErrorEntry(kFirstRowEntry);
+    return;
+  }
+  const int rows = list.Count();
+  if (static_cast<std::size_t>(rows) >= TRScript.FileNames.size()) {
+    throw Fault(FaultKind::Subscript, "the list shows names that the script does not hold");
+  }
+  // Kept as it is: the levels are not renumbered.
+  for (int i = row; i < rows; ++i) TRScript.FileNames[i] = TRScript.FileNames[i + 1];
+  --TRScript.NumFileNames;
+  Refill({&list, &frmEditor.cmbFN});
+}
+
+void EraseAll() {
+  if (!TheDesktop().AskYesNo("Eliminazione nomi file", "Eliminare tutti i nomi file?")) return;
+  frmEditor.lstFileNames.Clear();
+  frmEditor.lstFileNames.AddRow(TRScript.FileNames[0]);
+  TRScript.NumFileNames = 1;
+}
+
+}  // namespace
+
+void AttachFileNames() {
+  frmEditor.Command1.onPress = Add;
+  frmEditor.Command16.onPress = Change;
+  frmEditor.Command2.onPress = Remove;
+  frmEditor.lstFileNames.onKeyPress = [](Key key) {
+    if (key.code == KeyCode::Delete) Remove();
+  };
+  frmEditor.lstFileNames.onMouseRelease = [](MouseButton button) {
+    if (button == MouseButton::Right && TRScript.NumFileNames != 0) {
+      TheDesktop().OpenPopup(frmEditor.popu2);
+    }
+  };
+  frmEditor.mnuEraseAllFiles.onChoose = EraseAll;
+}
+
+}  // namespace quillmark

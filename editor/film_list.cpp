@@ -1,0 +1,88 @@
+#include <limits>
+#include <string>
+
+#include "editor/editor.h"
+#include "editor/numbers.h"
+#include "frame/interface_table.h"
+#include "platform/desktop.h"
+#include "platform/fault.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kMostCuts = 4;
+constexpr int kFilmImage = 1;
+
+constexpr int kFullEntry = 52;
+constexpr int kAskEntry = 53;
+constexpr int kAskTitleEntry = 54;
+constexpr int kTooHighEntry = 55;
+constexpr int kNoNumberEntry = 56;
+constexpr int kDeleteEntry = 57;
+
+void ShowCut(const CutEntry& cut) {
+  frmEditor.lstCuts.AddRow({DecimalText(cut.Type), DecimalText(cut.Value)}, kFilmImage);
+}
+
+void Add() {
+  LevelRecord& level = SelectedLevel();
+  if (level.CutCount == kMostCuts) {
+    ShowErrorEntry(kFullEntry);
+    return;
+  }
+  const InputBox box = {InterfaceTable[kAskEntry], InterfaceTable[kAskTitleEntry], "0"};
+  const std::string answer = TheDesktop().AskText(box).value_or("");
+  if (!IsAllDigits(answer)) {
+    ShowErrorEntry(kNoNumberEntry);
+    return;
+  }
+  const std::int64_t number = NumberAtStart(answer);
+  if (number > std::numeric_limits<std::uint8_t>::max()) {
+    ShowErrorEntry(kTooHighEntry);
+    return;
+  }
+  CutEntry& cut = level.Cuts[level.CutCount];
+  cut.Type = frmEditor.lstCuts.Count() + 1;
+  cut.Value = number;
+  ShowCut(cut);
+  ++level.CutCount;
+  frmEditor.Command4.SetEnabled(true);
+}
+
+void Delete() {
+  LevelRecord& level = SelectedLevel();
+  ListView& list = frmEditor.lstCuts;
+  const int row = list.SelectedRow();
+  if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Cell(row, 1) + "?")) return;
+  if (row >= level.CutCount || list.Count() >= kCutPlaces) {
+    throw Fault(FaultKind::Subscript,
+                "a row can be deleted from a list of " + DecimalText(level.CutCount) +
+                    " cutscenes only while less than " + std::to_string(kCutPlaces) + " are shown");
+  }
+  // The last pass takes the place behind the last entry, and so clears it.
+  for (int i = row; i < list.Count(); ++i) {
+    const CutEntry& next = level.Cuts[i + 1];
+    CutEntry& cut = level.Cuts[i];
+    cut.Value = next.Value;
+    cut.Type = next.Type != 0 ? next.Type.value() - 1 : 0;
+  }
+  --level.CutCount;
+  list.Clear();
+  RefillCuts();
+  if (level.CutCount == 0) frmEditor.Command4.SetEnabled(false);
+}
+
+}  // namespace
+
+void RefillCuts() {
+  const LevelRecord& level = SelectedLevel();
+  frmEditor.lstCuts.Clear();
+  for (int i = 0; i < level.CutCount; ++i) ShowCut(level.Cuts[i]);
+}
+
+void AttachFilmList() {
+  frmEditor.Command3.onPress = Add;
+  frmEditor.Command4.onPress = Delete;
+}
+
+}  // namespace quillmark

@@ -1,0 +1,287 @@
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "editor/editor.h"
+#include "editor/numbers.h"
+#include "platform/desktop.h"
+#include "platform/fault.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kHighestByte = std::numeric_limits<std::uint8_t>::max();
+
+// Check boxes. A press runs before the box changes; a bit is flipped and not set from the box, a
+// word follows the old state of the box.
+
+struct FieldCheckBox {
+  CheckBox& box;
+  std::optional<LevelFlag> flag;
+  Int16 LevelRecord::*word = nullptr;
+};
+
+void PressCheckBox(const FieldCheckBox& field) {
+  LevelRecord& level = SelectedLevel();
+  if (field.flag) FlipFlag(level, *field.flag);
+  if (field.word != nullptr) level.*field.word = OnOff(!field.box.Ticked());
+}
+
+void AttachCheckBoxes() {
+  // Kept as it is: chkTrain, chkNo and chkWe change on the screen only.
+  const std::vector<FieldCheckBox> fields = {
+      {frmEditor.chkY, LevelFlag::YoungLara},
+      {frmEditor.chkHorizon, LevelFlag::Horizon},
+      {frmEditor.chkStar, LevelFlag::StarField},
+      {frmEditor.chkLight, LevelFlag::Lightning},
+      {frmEditor.chkPulse, LevelFlag::Pulse},
+      {frmEditor.chkCol, LevelFlag::ColAddHorizon},
+      {frmEditor.check1, LevelFlag::ResetHUB},
+      {frmEditor.chkTimer, LevelFlag::Timer},
+      {frmEditor.chkHorus, LevelFlag::RemoveAmulet},
+      {frmEditor.chkLayer1, LevelFlag::Layer1, &LevelRecord::Layer1On},
+      {frmEditor.chkLayer2, LevelFlag::Layer2, &LevelRecord::Layer2On},
+      {frmEditor.chkLens, LevelFlag::LensFlare, &LevelRecord::LensFlareOn},
+      {frmEditor.chkFog, std::nullopt, &LevelRecord::FogOn},
+      {frmEditor.chkMirror, std::nullopt, &LevelRecord::MirrorOn},
+      {frmEditor.chkUV, std::nullopt, &LevelRecord::UVRotateOn},
+  };
+  for (const FieldCheckBox& field : fields) {
+    field.box.onMousePress = [field] { PressCheckBox(field); };
+  }
+}
+
+// Combos.
+
+void ChooseName() {
+  const int row = frmEditor.cmbName.Row();
+  if (row > kHighestByte) return;
+  SelectedLevel().NameString = row;
+  const int selected = frmEditor.lstLevels.Row();
+  RebuildLevelRows();
+  frmEditor.lstLevels.Select(selected);
+}
+
+/// Runs one statement and passes over a fault of it.
+template <class Statement>
+void PassingOver(const Statement& statement) {
+  try {
+    statement();
+  } catch (const Fault&) {
+    return;
+  }
+}
+
+// Kept as it is: a fault of this handler is passed over, and the statement behind it runs.
+void ChooseLegend() {
+  const int row = frmEditor.cmbLegend.Row();
+  if (row == 0) {
+    PassingOver([] { SelectedLevel().LegendOn = kOff; });
+    return;
+  }
+  if (row <= kHighestByte) {
+    PassingOver([] { SelectedLevel().LegendOn = kOn; });
+    PassingOver([row] { SelectedLevel().Legend = row - 1; });
+  }
+  PassingOver(Update3);
+}
+
+void AttachCombos() {
+  frmEditor.cmbCut.onSelect = [] { SelectedLevel().Cut = frmEditor.cmbCut.Row(); };
+  frmEditor.cmbFMV.onSelect = [] { SelectedLevel().Fmv = frmEditor.cmbFMV.Row(); };
+  frmEditor.cmbFN.onSelect = [] { SelectedLevel().FileNameIndex = frmEditor.cmbFN.Row(); };
+  frmEditor.cmbName.onSelect = ChooseName;
+  frmEditor.cmbLegend.onSelect = ChooseLegend;
+}
+
+// Arrays of numeric boxes: a key in one of them stores all of them.
+
+struct BoxArray {
+  std::vector<TextBox*> boxes;
+  std::int64_t (*read)(std::string_view text);
+  void (*store)(LevelRecord& level, std::size_t place, std::int64_t value);
+};
+
+template <class Array>
+std::vector<TextBox*> BoxesOf(const Array& array) {
+  std::vector<TextBox*> boxes;
+  for (std::size_t i = 0; i < Array::size(); ++i) boxes.push_back(&array[i]);
+  return boxes;
+}
+
+template <auto kField>
+void StoreEntry(LevelRecord& level, std::size_t place, std::int64_t value) {
+  (level.*kField)[place] = value;
+}
+
+void StoreLensFlare(LevelRecord& level, std::size_t place, std::int64_t value) {
+  const std::size_t colours = level.LensFlarePos.size();
+  if (place < colours) {
+    level.LensFlarePos[place] = value;
+  } else {
+    level.LensFlareColour[place - colours] = value;
+  }
+}
+
+void StoreArray(const BoxArray& array, TextBox& typedIn) {
+  if (!IsAllDigits(typedIn.Text())) {
+    typedIn.SetText("0");
+    return;
+  }
+  if (NumberAtStart(typedIn.Text()) > kHighestByte) typedIn.SetText(std::to_string(kHighestByte));
+  LevelRecord& level = SelectedLevel();
+  for (std::size_t i = 0; i < array.boxes.size(); ++i) {
+    array.store(level, i, array.read(array.boxes[i]->Text()));
+  }
+}
+
+void AttachArrays() {
+  const std::vector<BoxArray> arrays = {
+      {BoxesOf(frmEditor.txtFog), NumberAtStart, StoreEntry<&LevelRecord::Fog>},
+      {BoxesOf(frmEditor.txtLayer1), NumberAtStart, StoreEntry<&LevelRecord::Layer1>},
+      // Kept as it is: this one array takes no box that holds anything but a number.
+      {BoxesOf(frmEditor.txtLayer2), WholeNumber, StoreEntry<&LevelRecord::Layer2>},
+      {BoxesOf(frmEditor.txtL), NumberAtStart, StoreLensFlare},
+  };
+  for (const BoxArray& array : arrays) {
+    for (TextBox* box : array.boxes) {
+      box->onKeyRelease = [array, box](Key) { StoreArray(array, *box); };
+    }
+  }
+}
+
+// The load camera: no limit stands in front of its numbers, the fields refuse what does not fit.
+
+void StoreCameraNumber(LevelRecord& level, std::size_t place, std::int64_t value) {
+  if (place < level.Camera.size()) {
+    level.Camera[place] = value;
+  } else {
+    level.CameraRoom = value;
+  }
+}
+
+void StoreCamera(TextBox& typedIn) {
+  if (!IsAllDigits(typedIn.Text())) {
+    typedIn.SetText("0");
+    return;
+  }
+  LevelRecord& level = SelectedLevel();
+  bool overflowed = false;
+  for (std::size_t i = 0; i < frmEditor.txtCamera.size(); ++i) {
+    TextBox& box = frmEditor.txtCamera[i];
+    try {
+      StoreCameraNumber(level, i, NumberAtStart(box.Text()));
+    } catch (const Fault& fault) {
+      if (fault.kind() != FaultKind::Overflow) throw;
+      overflowed = true;
+    }
+    // Kept as it is: behind a number that did not fit all boxes show "0", stored or not.
+    if (overflowed) box.SetText("0");
+  }
+}
+
+void CameraKeyRelease(TextBox& typedIn) {
+  try {
+    StoreCamera(typedIn);
+  } catch (const Fault&) {
+    TheDesktop().ShowError("Fatal", "Unknown error");
+  }
+}
+
+// Single boxes of one byte. They differ in what a text without a number and one above the highest
+// byte do.
+
+struct ByteBox {
+  TextBox& box;
+  Byte LevelRecord::*field;
+  void (*rule)(TextBox& box, Byte& field);
+};
+
+void ShowAtMostHighestByte(TextBox& box) {
+  if (NumberAtStart(box.Text()) > kHighestByte) box.SetText(std::to_string(kHighestByte));
+}
+
+void TrackRule(TextBox& box, Byte& field) {
+  if (!IsAllDigits(box.Text())) {
+    box.SetText(DecimalText(field));
+    return;
+  }
+  ShowAtMostHighestByte(box);
+  field = NumberAtStart(box.Text());
+}
+
+void MirrorRoomRule(TextBox& box, Byte& field) {
+  if (!IsAllDigits(box.Text()) || NumberAtStart(box.Text()) > kHighestByte) {
+    box.SetText("0");
+    return;
+  }
+  field = NumberAtStart(box.Text());
+}
+
+// Kept as it is: a 0 is shown but never stored.
+void ResetHubRule(TextBox& box, Byte& field) {
+  ShowAtMostHighestByte(box);
+  const bool stored = IsAllDigits(box.Text()) && NumberAtStart(box.Text()) != 0;
+  frmEditor.check1.SetTicked(stored);
+  if (stored) field = NumberAtStart(box.Text());
+}
+
+// Kept as it is: the tick follows on the screen only, and a 0 leaves it.
+void UVRotateRule(TextBox& box, Byte& field) {
+  if (!IsAllDigits(box.Text())) {
+    box.SetText("0");
+    return;
+  }
+  ShowAtMostHighestByte(box);
+  field = NumberAtStart(box.Text());
+  if (field > 0) frmEditor.chkUV.SetTicked(true);
+}
+
+void AttachByteBoxes() {
+  const std::vector<ByteBox> boxes = {
+      {frmEditor.txtTrack, &LevelRecord::AudioTrack, TrackRule},
+      {frmEditor.txtMirrorRoom, &LevelRecord::MirrorRoom, MirrorRoomRule},
+      {frmEditor.txtResetHUB, &LevelRecord::ResetHub, ResetHubRule},
+      {frmEditor.txtUV, &LevelRecord::UVRotate, UVRotateRule},
+  };
+  for (const ByteBox& entry : boxes) {
+    entry.box.onKeyRelease = [entry](Key) { entry.rule(entry.box, SelectedLevel().*entry.field); };
+  }
+}
+
+// The mirror's value: shown in hexadecimal, and tested as if it were decimal.
+
+void StoreMirrorValue() {
+  const std::uint64_t value = HexAtStart(frmEditor.txtMirrorValue.Text());
+  SelectedLevel().MirrorValue = static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+}
+
+void MirrorValueChanged() {
+  TextBox& box = frmEditor.txtMirrorValue;
+  if (!IsAllDigits(box.Text())) {
+    box.SetText("0");
+    return;
+  }
+  const bool fits = NumberAtStart(box.Text()) <= std::numeric_limits<std::int32_t>::max() &&
+                    HexAtStart(box.Text()) <= std::numeric_limits<std::uint32_t>::max();
+  if (!fits) box.SetText("0");
+  StoreMirrorValue();
+}
+
+}  // namespace
+
+void AttachLevelFields() {
+  AttachCheckBoxes();
+  AttachCombos();
+  AttachArrays();
+  for (TextBox* box : BoxesOf(frmEditor.txtCamera)) {
+    box->onKeyRelease = [box](Key) { CameraKeyRelease(*box); };
+  }
+  AttachByteBoxes();
+  frmEditor.txtMirrorValue.onChange = MirrorValueChanged;
+  frmEditor.txtMirrorValue.onKeyRelease = [](Key) { StoreMirrorValue(); };
+}
+
+}  // namespace quillmark

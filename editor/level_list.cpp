@@ -1,0 +1,277 @@
+#include <array>
+#include <string>
+
+#include "editor/editor.h"
+#include "editor/numbers.h"
+#include "frame/interface_table.h"
+#include "platform/desktop.h"
+#include "platform/fault.h"
+#include "platform/log.h"
+#include "strings/language_files.h"
+
+namespace quillmark {
+namespace {
+
+constexpr int kMostLevels = 255;
+
+constexpr int kTitleRowEntry = 17;
+constexpr int kTooManyEntry = 18;
+constexpr int kDeleteEntry = 19;
+constexpr int kTitleStaysEntry = 21;
+constexpr int kNotUpEntry = 47;
+constexpr int kNotDownEntry = 48;
+constexpr int kClipboardEmptyEntry = 51;
+
+// What a copy of a level holds, in this order. Every field that is not listed stays as the target
+// has it, and so do the entries behind a count.
+
+using CopyStep = void (*)(const LevelRecord& source, LevelRecord& target);
+
+template <auto... kFields>
+void CopyFields(const LevelRecord& source, LevelRecord& target) {
+  ((target.*kFields = source.*kFields), ...);
+}
+
+template <auto kCount, auto kEntries>
+void CopyCounted(const LevelRecord& source, LevelRecord& target) {
+  target.*kCount = source.*kCount;
+  for (int i = 0; i < source.*kCount; ++i) (target.*kEntries)[i] = (source.*kEntries)[i];
+}
+
+// Kept as it is: the first coordinate becomes the third.
+void CopyLensFlarePosition(const LevelRecord& source, LevelRecord& target) {
+  target.LensFlarePos = source.LensFlarePos;
+  target.LensFlarePos[0] = source.LensFlarePos[2];
+}
+
+// Kept as it is: the legend becomes the low byte of its own on/off word.
+void CopyLegend(const LevelRecord& source, LevelRecord& target) {
+  target.LegendOn = source.LegendOn;
+  target.Legend = source.LegendOn.value() & 0xFF;
+}
+
+using Level = LevelRecord;
+constexpr CopyStep kCopySteps[] = {
+    CopyFields<&Level::Cut, &Level::Fmv, &Level::AudioTrack, &Level::FileNameIndex,
+               &Level::LevelFlags, &Level::NameString>,
+    CopyFields<&Level::Layer1On, &Level::Layer2On, &Level::Layer1, &Level::Layer2>,
+    CopyFields<&Level::UVRotate, &Level::MirrorRoom, &Level::MirrorValue>,
+    CopyFields<&Level::LensFlareOn, &Level::LensFlareColour>,
+    CopyLensFlarePosition,
+    CopyLegend,
+    CopyCounted<&Level::PuzzleCount, &Level::Puzzles>,
+    CopyCounted<&Level::KeyCount, &Level::Keys>,
+    CopyCounted<&Level::PickupCount, &Level::Pickups>,
+    CopyCounted<&Level::PuzzleComboCount, &Level::PuzzleCombos>,
+    CopyCounted<&Level::ObjectCount, &Level::Objects>,
+    CopyFields<&Level::ResetHub>,
+    CopyCounted<&Level::CutCount, &Level::Cuts>,
+    CopyFields<&Level::Camera, &Level::CameraRoom>,
+};
+
+void CopyListedFields(const LevelRecord& source, LevelRecord& target) {
+  for (const CopyStep step : kCopySteps) step(source, target);
+}
+
+template <auto... kFields>
+void ClearFields(LevelRecord& level) {
+  ((level.*kFields = 0), ...);
+}
+
+/// What an inserted level starts with; all else is the copy of the level above it.
+void ClearInserted(LevelRecord& level) {
+  ClearFields<&Level::Fmv, &Level::FogOn, &Level::AudioTrack, &Level::FileNameIndex,
+              &Level::LevelFlags, &Level::NameString, &Level::Layer1On, &Level::Layer2On,
+              &Level::LegendOn, &Level::LensFlareOn, &Level::MirrorOn, &Level::MipCount,
+              &Level::ObjectCount, &Level::ExamineCount, &Level::KeyCount, &Level::KeyComboCount,
+              &Level::PickupCount, &Level::PickupComboCount, &Level::PuzzleCount,
+              &Level::PuzzleComboCount, &Level::CutCount, &Level::ResetHub, &Level::UVRotate,
+              &Level::UVRotateOn>(level);
+  level.Camera[3] = 0;
+}
+
+std::string LevelName(int level) {
+  return StringsMod.StringPool[TRScript.Levels[level].NameString];
+}
+
+int SelectedRow() {
+  SelectedLevel();
+  return frmEditor.lstLevels.Row();
+}
+
+/// Refuses a list that shows more rows than there are records for, as an insert may leave it.
+void RequireRecords(int highest, std::size_t places) {
+  if (static_cast<std::size_t>(highest) >= places) {
+    throw Fault(FaultKind::Subscript,
+                "the list shows rows that no level stands behind; select another level first");
+  }
+}
+
+void Select() {
+  Update3();
+  const LevelRecord& level = SelectedLevel();
+  EnableObjectButtons(level.ObjectCount != 0);
+  if (level.CutCount == 0) frmEditor.Command4.SetEnabled(false);
+}
+
+void Add() {
+  ListBox& list = frmEditor.lstLevels;
+  if (TRScript.NumLevels == kMostLevels) {
+    ShowErrorEntry(kTooManyEntry);
+    return;
+  }
+  list.AddRow("Level " + DecimalText(TRScript.NumLevels));
+  ++TRScript.NumLevels;
+  frmEditor.Label8.SetCaption(DecimalText(TRScript.NumLevels));
+  // Before the panel shows the new level, so that there is a spare record even if that fails. Kept
+  // as it is: the new level is the spare record as it stands, with whatever it held last.
+  TRScript.Levels.RedimPreserve(TRScript.NumLevels);
+  list.Select(list.Count() - 1);
+  frmEditor.Command25.SetEnabled(true);
+  frmEditor.Command26.SetEnabled(true);
+}
+
+void Insert() {
+  ListBox& list = frmEditor.lstLevels;
+  const int selected = SelectedRow();
+  if (selected == 0) {
+    throw Fault(FaultKind::Subscript, "no level can be inserted in front of the title level");
+  }
+  if (TRScript.NumLevels == kMostLevels) {
+    throw Fault(FaultKind::Overflow,
+                "a script holds at most " + std::to_string(kMostLevels) + " levels");
+  }
+  const int places = TRScript.NumLevels + 2;
+  RequireRecords(list.Count(), static_cast<std::size_t>(places) + 1);
+
+  list.AddRow("Level #" + std::to_string(selected));
+  TRScript.Levels.RedimPreserve(places);
+  for (int i = list.Count() - 1; i >= selected; --i) {
+    CopyListedFields(TRScript.Levels[i - 1], TRScript.Levels[i]);
+  }
+  ++TRScript.NumLevels;
+  // Kept as it is: the names come behind the old rows, until the list is next built anew.
+  for (int i = 1; i < TRScript.NumLevels; ++i) list.AddRow(LevelName(i - 1));
+  ClearInserted(TRScript.Levels[selected]);
+  list.Select(0);
+  Update3();
+}
+
+enum class DeleteResult { Refused, NotWanted, Done };
+
+DeleteResult DeleteSelected() {
+  ListBox& list = frmEditor.lstLevels;
+  const int selected = SelectedRow();
+  if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Text() + "'?")) {
+    return DeleteResult::NotWanted;
+  }
+  if (selected == 0) {
+    ShowErrorEntry(kTitleStaysEntry);
+    return DeleteResult::Refused;
+  }
+  const int last = list.Count() - 1;
+  RequireRecords(last, TRScript.Levels.size());
+  for (int i = selected; i < last; ++i) {
+    CopyListedFields(TRScript.Levels[i + 1], TRScript.Levels[i]);
+  }
+  --TRScript.NumLevels;
+  RebuildLevelRows();
+  list.Select(0);
+  TRScript.Levels.RedimPreserve(TRScript.NumLevels);
+  return DeleteResult::Done;
+}
+
+void KeyPress(Key key) {
+  if (key.code != KeyCode::Delete) return;
+  if (DeleteSelected() != DeleteResult::Refused) frmEditor.lstLevels.Select(1);
+}
+
+void MousePress(MouseButton button) {
+  if (TRScript.NumLevels != 0 && button == MouseButton::Right) {
+    TheDesktop().OpenPopup(frmEditor.popup1);
+  }
+}
+
+void EraseAll() {
+  if (!TheDesktop().AskYesNo("Eliminazione livelli", "Eliminare tutti i livelli?")) return;
+  frmEditor.lstLevels.Clear();
+  frmEditor.lstLevels.AddRow(InterfaceTable[kTitleRowEntry]);
+  TRScript.NumLevels = 1;
+}
+
+/// Exchanges the selected level with `other`, through the clipboard.
+void ChangePlaces(int other) {
+  LevelRecord& level = SelectedLevel();
+  LevelRecord& neighbour = TRScript.Levels[other];
+  CopyLevel(neighbour, EditorMod.ClipboardLevel);
+  CopyLevel(level, neighbour);
+  CopyLevel(EditorMod.ClipboardLevel, level);
+  Update3();
+  frmEditor.lstLevels.Select(other);
+}
+
+void MoveUp() {
+  const int row = frmEditor.lstLevels.Row();
+  if (row == 1) {
+    ShowErrorEntry(kNotUpEntry);
+    return;
+  }
+  if (row == 0) {
+    throw Fault(FaultKind::Subscript, "the title level stands first and can't move up");
+  }
+  ChangePlaces(row - 1);
+}
+
+void MoveDown() {
+  const int row = frmEditor.lstLevels.Row();
+  if (row == frmEditor.lstLevels.Count() - 1) {
+    ShowErrorEntry(kNotDownEntry);
+    return;
+  }
+  ChangePlaces(row + 1);
+}
+
+void Copy() {
+  CopyLevel(SelectedLevel(), EditorMod.ClipboardLevel);
+  EditorMod.ClipboardFull = kOn;
+  Update3();
+}
+
+void Paste() {
+  if (!IsOn(EditorMod.ClipboardFull)) {
+    ShowErrorEntry(kClipboardEmptyEntry);
+    return;
+  }
+  CopyLevel(EditorMod.ClipboardLevel, SelectedLevel());
+  Update3();
+}
+
+}  // namespace
+
+void CopyLevel(const LevelRecord& source, LevelRecord& target) {
+  LogWrite("COpying level in temporary clipboard");
+  CopyListedFields(source, target);
+}
+
+void RebuildLevelRows() {
+  ListBox& list = frmEditor.lstLevels;
+  list.Clear();
+  list.AddRow(InterfaceTable[kTitleRowEntry]);
+  for (int i = 1; i < TRScript.NumLevels; ++i) list.AddRow(LevelName(i));
+}
+
+void AttachLevelList() {
+  frmEditor.lstLevels.onSelect = Select;
+  frmEditor.lstLevels.onKeyPress = KeyPress;
+  frmEditor.lstLevels.onMousePress = MousePress;
+  frmEditor.cmdAddLevel.onPress = Add;
+  frmEditor.Command19.onPress = Insert;
+  frmEditor.cmdLevelDelete.onPress = [] { DeleteSelected(); };
+  frmEditor.Command20.onPress = MoveUp;
+  frmEditor.Command21.onPress = MoveDown;
+  frmEditor.Command25.onPress = Copy;
+  frmEditor.Command26.onPress = Paste;
+  frmEditor.mnuEraseAll.onChoose = EraseAll;
+}
+
+}  // namespace quillmark

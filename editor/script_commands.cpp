@@ -1,0 +1,320 @@
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "core/level_stream.h"
+#include "core/script_dat.h"
+#include "editor/editor.h"
+#include "editor/numbers.h"
+#include "frame/dialog_forms.h"
+#include "frame/interface_table.h"
+#include "platform/ansi.h"
+#include "platform/desktop.h"
+#include "platform/fault.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "platform/version.h"
+#include "strings/language_files.h"
+#include "strings/string_forms.h"
+
+namespace quillmark {
+namespace {
+
+constexpr const char* kScriptFilter = "SCRIPT.DAT|SCRIPT.DAT";
+constexpr const char* kLanguageFilter = "<LANGUAGE>.DAT|*.dat";
+
+constexpr int kTitleRowEntry = 17;
+constexpr int kQuestionTitleEntry = 20;
+constexpr int kSaveTitleEntry = 35;
+constexpr int kScriptNotSavedEntry = 37;
+constexpr int kAllSavedEntry = 38;
+constexpr int kAllSavedTitleEntry = 39;
+constexpr int kLanguageNotSavedEntry = 40;
+constexpr int kSaveFailedEntry = 41;
+constexpr int kSaveFirstEntry = 49;
+constexpr int kNewCaptionEntry = 50;
+constexpr int kLoadTitleEntry = 58;
+constexpr int kLanguageTitleEntry = 59;
+constexpr int kSameFileEntry = 60;
+constexpr int kNoLegendEntry = 61;
+constexpr int kLoadFailedEntry = 62;
+
+/// Path of a file that the person names; the fault of a cancelled dialog if there is none.
+std::string AskPath(bool save, const char* filter, int titleEntry) {
+  return TheDesktop().AskFile({save, InterfaceTable[titleEntry], filter});
+}
+
+/// Runs the steps of one command: a cancelled file dialog ends it without a word, and any other
+/// fault is `failed`'s to report.
+void RunCommand(const std::function<void()>& steps, const std::function<void()>& failed) {
+  try {
+    steps();
+  } catch (const Fault& fault) {
+    if (fault.kind() != FaultKind::Cancelled) failed();
+  }
+}
+
+/// What a script that is open enables.
+void EnableCommands() {
+  FrmEditor& form = frmEditor;
+  const std::array<Control*, 23> controls = {
+      &form.Command1,  &form.Command2,  &form.Command3,  &form.Command4,    &form.Command6,
+      &form.Command11, &form.Command13, &form.Command14, &form.Command16,   &form.Command10,
+      &form.Command15, &form.Command19, &form.cmdS,      &form.cmdAddLevel, &form.cmdLevelDelete,
+      &form.Command5,  &form.Command12, &form.Command20, &form.Command21,   &form.lstLevels,
+      &form.lstObj,    &form.Command25, &form.Command26};
+  for (Control* control : controls) control->SetEnabled(true);
+}
+
+void DisableCutDeleteIfNoCuts() {
+  if (SelectedLevel().CutCount == 0) frmEditor.Command4.SetEnabled(false);
+}
+
+// What a load shows while it runs.
+
+/// The old viewer is made at the first touch, and filled at every load whether it is shown or not.
+FrmOldPrototipe& Viewer() {
+  OldPrototipe.Load();
+  return OldPrototipe;
+}
+
+void ShowHead() {
+  FrmOldPrototipe& viewer = Viewer();
+  viewer.tFlags.SetText(DecimalText(TRScript.ScriptFlags));
+  viewer.tFramerate.SetText(DecimalText(TRScript.ScriptFrameRate));
+  viewer.tSec.SetText(HexText(TRScript.ScriptSecurity));
+  viewer.tNumL.SetText(DecimalText(TRScript.NumLevels));
+  viewer.tF.SetText(DecimalText(TRScript.NumFileNames));
+  viewer.tFS.SetText(DecimalText(TRScript.FileNamesSize));
+  viewer.tSS.SetText(DecimalText(TRScript.ScriptDataSize));
+  for (const std::string* extension : ShownExtensions(TRScript)) viewer.lex.AddRow(*extension);
+}
+
+void ShowFileName(const std::string& name) {
+  frmEditor.lstFileNames.AddRow(name);
+  frmEditor.cmbFN.AddRow(name);
+  Viewer().lFN.AddRow(name);
+}
+
+void ScriptLoaded() {
+  frmEditor.Frame3.SetEnabled(true);
+  if (TRScript.ScriptKind == kTr4) {
+    BuildInterfaceTr4();
+  } else {
+    BuildInterfaceTr5();
+  }
+}
+
+LoadCallbacks LoadListeners() {
+  return {.chooseGame = [] { frmSelScript.ShowModal(); },
+          .headRead = ShowHead,
+          .fileNameRead = ShowFileName,
+          .languageNameRead = [](const std::string& name) { Viewer().lstLangFiles.AddRow(name); },
+          .languageFound = ReadFoundLanguage,
+          .loaded = ScriptLoaded};
+}
+
+StringListeners ListStrings() {
+  return {.stringRead =
+              [](const std::string& text) {
+                frmStrings.Load();
+                for (RowsControl* list :
+                     std::array<RowsControl*, 4>{&frmEditor.cmbName, &frmEditor.cmbLegend,
+                                                 &frmStrings.lstStrings, &frmEditor.cmbString}) {
+                  list->AddRow(text);
+                }
+              },
+          .levelNamesBegin =
+              [] {
+                frmEditor.lstLevels.Clear();
+                frmEditor.lstLevels.AddRow("Titoli di testa");
+              },
+          .levelName = [](const std::string& name) { frmEditor.lstLevels.AddRow(name); },
+          .poolBegins =
+              [] {
+                for (ComboBox* combo :
+                     {&frmEditor.cmbName, &frmEditor.cmbLegend, &frmEditor.cmbString}) {
+                  combo->Clear();
+                }
+                frmEditor.cmbLegend.AddRow("Nessuna");
+              },
+          .poolString =
+              [](const std::string& text) {
+                for (ComboBox* combo :
+                     {&frmEditor.cmbLegend, &frmEditor.cmbName, &frmEditor.cmbString}) {
+                  combo->AddRow(text);
+                }
+              },
+          .failed = {}};
+}
+
+// Load.
+
+void EmptyLists() {
+  for (RowsControl* list : std::array<RowsControl*, 6>{
+           &frmEditor.lstLevels, &frmEditor.lstFileNames, &frmEditor.cmbFN, &frmEditor.cmbLegend,
+           &frmEditor.cmbName, &frmEditor.cmbString}) {
+    list->Clear();
+  }
+  StringsMod.StringPool.Redim(kOffsetPlaces - 1);
+  TRScript.FileNames.Redim(1);
+  frmEditor.cmbLegend.AddRow(InterfaceTable[kNoLegendEntry]);
+}
+
+/// Makes the language of that file the primary one; false if it can't be read. A file of any other
+/// name is passed over.
+bool ReadPrimary(const std::string& path) {
+  Language language{};
+  if (!FindLanguage(UpperCased(FileNameOf(path)), language)) return true;
+  Slot(language).Primary = kOn;
+  if (!ReadLanguage(language, path)) return false;
+  SetPrimaryLanguage(language);
+  return true;
+}
+
+void LoadFailed() { ShowErrorEntry(kLoadFailedEntry); }
+
+void LoadSteps() {
+  ForgetLanguages();
+  const std::string scriptPath = AskPath(false, kScriptFilter, kLoadTitleEntry);
+  if (scriptPath.empty()) return;
+  const std::string languagePath = AskPath(false, kLanguageFilter, kLanguageTitleEntry);
+  if (languagePath.empty()) return;
+  if (languagePath == scriptPath) {
+    ShowErrorEntry(kSameFileEntry);
+    return;
+  }
+  EmptyLists();
+  if (!LoadScript(scriptPath, LoadListeners())) {
+    frmEditor.lstFileNames.Clear();
+    LoadFailed();
+    return;
+  }
+  TRScript.ScriptPath = scriptPath;
+  Files.CloseFiles();
+  if (!ReadPrimary(languagePath)) {
+    LoadFailed();
+    return;
+  }
+  frmEditor.lstLevels.Select(0);
+  frmEditor.SetCaption("Quillmark - " + Utf8ToAnsi(scriptPath));
+  EnableCommands();
+  EnableObjectButtons(false);
+  TRScript.ScriptSaved = kOff;
+  DisableCutDeleteIfNoCuts();
+}
+
+void Load() {
+  try {
+    RunCommand(LoadSteps, LoadFailed);
+  } catch (const MissingEndOfData&) {
+    TheDesktop().Ask(
+        {BoxIcon::None, {BoxButton::OK}, std::string(kProgramName), std::string(kMissingEnd)});
+    throw ProcessEnd{};
+  }
+}
+
+// Save.
+
+void SaveSteps() {
+  const std::string path = AskPath(true, kScriptFilter, kSaveTitleEntry);
+  if (path.empty()) return;
+  const auto withPath = [&](int entry) { return InterfaceTable[entry] + Utf8ToAnsi(path) + "'"; };
+  if (!SaveScript(path)) {
+    TheDesktop().ShowError(InterfaceTable[0], withPath(kScriptNotSavedEntry));
+    return;
+  }
+  if (!WriteLoadedLanguages(GetPath(path))) {
+    ShowErrorEntry(kLanguageNotSavedEntry);
+    return;
+  }
+  TheDesktop().Ask({BoxIcon::Information,
+                    {BoxButton::OK},
+                    InterfaceTable[kAllSavedTitleEntry],
+                    withPath(kAllSavedEntry)});
+  TRScript.ScriptSaved = kOn;
+}
+
+// New.
+
+/// True if New may go on.
+bool AskToSave() {
+  if (IsOn(TRScript.ScriptSaved)) return true;
+  const BoxButton answer = TheDesktop().Ask({BoxIcon::Question,
+                                             {BoxButton::Yes, BoxButton::No, BoxButton::Cancel},
+                                             InterfaceTable[kQuestionTitleEntry],
+                                             InterfaceTable[kSaveFirstEntry]});
+  if (answer == BoxButton::Yes) SaveScriptProc();
+  return answer != BoxButton::Cancel;
+}
+
+void EmptyModel() {
+  TRScript.NumFileNames = 1;
+  frmEditor.lstLevels.Clear();
+  TRScript.Levels.Redim(1);
+  TRScript.FileNames.Redim(1);
+  frmEditor.lstFileNames.Clear();
+  frmEditor.lstLevels.AddRow(InterfaceTable[kTitleRowEntry]);
+}
+
+void NameLanguages() {
+  constexpr std::array<std::string_view, kLanguageNameCount> kNames = {
+      "ENGLISH.DAT", "FRENCH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
+      "SPANISH.DAT", "US.DAT",     "JAPAN.DAT",  "DUTCH.DAT"};
+  for (std::size_t i = 0; i < kNames.size(); ++i) TRScript.LanguageNames[i] = kNames[i];
+}
+
+void NewSteps() {
+  if (!AskToSave()) return;
+  EmptyModel();
+  ForgetLanguages();
+  const std::string path = AskPath(false, kLanguageFilter, kLanguageTitleEntry);
+  if (path.empty()) return;
+  ReadLanguagesIn(GetPath(path), ReadFoundLanguage);
+  // Kept as it is: the row has no counterpart in the model.
+  for (RowsControl* list : std::array<RowsControl*, 2>{&frmEditor.lstFileNames, &frmEditor.cmbFN}) {
+    list->AddRow("DATA\\TITLE");
+  }
+  TRScript.NumLevels = 1;
+  frmEditor.SetCaption("Quillmark " + VersionText() + InterfaceTable[kNewCaptionEntry]);
+  EnableCommands();
+  NameLanguages();
+  EnableObjectButtons(false);
+  TRScript.ScriptSaved = kOff;
+  frmEditor.lstLevels.Select(0);
+  DisableCutDeleteIfNoCuts();
+}
+
+}  // namespace
+
+void New() {
+  try {
+    NewSteps();
+  } catch (const Fault& fault) {
+    if (fault.kind() != FaultKind::Cancelled) throw;
+  }
+}
+
+void SaveScriptProc() {
+  RunCommand(SaveSteps, [] { ShowErrorEntry(kSaveFailedEntry); });
+}
+
+void ShowAbout() {
+  TheDesktop().Ask({BoxIcon::Information,
+                    {BoxButton::OK},
+                    "Informazioni",
+                    "Quillmark " + VersionText() +
+                        "\n\nCreato da Dorvane\n\n"
+                        "Help: Start -> Programmi -> Quillmark -> Manuale.pdf"});
+}
+
+void AttachScriptCommands() {
+  SetStringListeners(ListStrings());
+  frmEditor.Command7.onPress = Load;
+  frmEditor.Command24.onPress = New;
+  frmEditor.Command15.onPress = SaveScriptProc;
+  frmEditor.Command8.onPress = [] { frmEditor.Unload(); };
+}
+
+}  // namespace quillmark
