@@ -5,6 +5,7 @@
 #include "editor/numbers.h"
 #include "frame/interface_table.h"
 #include "platform/desktop.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 namespace {
@@ -34,9 +35,8 @@ void WorkOutMirror() {
   }
   const std::string roomAnswer = AskNumber(kRoomEntry, kRoomTitleEntry);
   if (roomAnswer.empty()) return;
-  const std::int64_t room = WholeNumber(roomAnswer);
   constexpr int kHighestRoom = std::numeric_limits<std::uint8_t>::max();
-  if (room > kHighestRoom) {
+  if (RequireNumber(roomAnswer) > kHighestRoom) {
     ShowErrorEntry(kRoomTooHighEntry);
     frmEditor.txtMirrorRoom.SetText(std::to_string(kHighestRoom));
     return;
@@ -50,7 +50,7 @@ void WorkOutMirror() {
   const Int32 value = (NumberAtStart(answer) + 1) * kUnitsPerSector;
   frmEditor.txtMirrorValue.SetText(HexText(static_cast<std::uint32_t>(value.value())));
   level.MirrorOn = kOn;
-  level.MirrorRoom = room;
+  level.MirrorRoom = NumberAtStart(roomAnswer);
   frmEditor.txtMirrorRoom.SetText(DecimalText(level.MirrorRoom));
   Update3();
 }

@@ -5,10 +5,9 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <optional>
 #include <system_error>
 
-#include "platform/fault.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 namespace {
@@ -16,25 +15,11 @@ namespace {
 /// Far outside of every field, and still a whole number that fits.
 constexpr double kHuge = 1e15;
 
-bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
-
-/// Takes the number in front off `text`; nothing if there is none.
-std::optional<std::int64_t> TakeNumber(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-  const bool negative = text.starts_with('-');
-  std::string_view digits = text;
-  if (negative || digits.starts_with('+')) digits.remove_prefix(1);
-  if (digits.empty() || !(IsDigit(digits.front()) || digits.front() == '.')) return std::nullopt;
-
-  double value = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value,
-                                            std::chars_format::fixed);
-  if (error == std::errc::invalid_argument) return std::nullopt;
-  if (error == std::errc::result_out_of_range) value = kHuge;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  const double whole = std::nearbyint(std::min(value, kHuge));
-  return static_cast<std::int64_t>(negative ? -whole : whole);
+std::int64_t RoundedBelowHuge(double value) {
+  return static_cast<std::int64_t>(std::nearbyint(std::clamp(value, -kHuge, kHuge)));
 }
+
+bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
 }  // namespace
 
@@ -42,16 +27,21 @@ bool IsAllDigits(std::string_view text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
 }
 
-std::int64_t NumberAtStart(std::string_view text) { return TakeNumber(text).value_or(0); }
-
-std::int64_t WholeNumber(std::string_view text) {
-  std::string_view rest = text;
-  const std::optional<std::int64_t> number = TakeNumber(rest);
-  if (!number || rest.find_first_not_of(' ') != std::string_view::npos) {
-    throw Fault(FaultKind::Type, "\"" + std::string(text) + "\" is not a number");
-  }
-  return *number;
+std::int64_t NumberAtStart(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  // The conversion would take words such as "inf" too.
+  if (text.empty() || !(IsDigit(text.front()) || text.front() == '.')) return 0;
+  double value = 0;
+  const auto result =
+      std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+  if (result.ec == std::errc::result_out_of_range) value = kHuge;
+  const std::int64_t whole = RoundedBelowHuge(value);
+  return negative ? -whole : whole;
 }
+
+std::int64_t WholeNumber(std::string_view text) { return RoundedBelowHuge(RequireNumber(text)); }
 
 std::uint64_t HexAtStart(std::string_view text) {
   std::uint64_t value = 0;

@@ -12,11 +12,11 @@ namespace quillmark {
 bool IsAllDigits(std::string_view text);
 
 /// The number that `text` begins with, behind blanks and with a sign and a fraction if there are
-/// any, rounded to a whole one; 0 if it begins with none. What is larger than any field of the
-/// model comes back as some number that is.
+/// any, rounded to the nearest whole one; 0 if it begins with none. What is larger than any field
+/// of the model comes back as some number that is.
 std::int64_t NumberAtStart(std::string_view text);
 
-/// The number that the whole of `text` is, read as above. Throws the type fault if it is none.
+/// The number that the whole of `text` is, rounded alike. Throws the type fault if it is none.
 std::int64_t WholeNumber(std::string_view text);
 
 /// The number of the hexadecimal digits that `text` begins with, 0 without any; too many of them

@@ -6,7 +6,7 @@
 #include "frame/dialog_forms.h"
 #include "frame/dialogs.h"
 #include "frame/interface_table.h"
-#include "frame/number_text.h"
+#include "platform/number_text.h"
 #include "platform/desktop.h"
 
 namespace quillmark {
