@@ -18,6 +18,10 @@ Screen& Desktop::TheScreen() const {
   return *screen_;
 }
 
+std::pair<int, int> Screen::NaturalSize(const Form& form) {
+  return {form.StartState().width, form.StartState().height};
+}
+
 Screen& Desktop::BeforeWaiting() {
   Screen& screen = TheScreen();
   screen.Refresh();

@@ -1,6 +1,7 @@
 #include "platform/form.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "platform/controls.h"
 #include "platform/desktop.h"
@@ -39,6 +40,9 @@ void Form::SetSize(int width, int height) {
 void Form::Load() {
   if (loaded_) return;
   ThrowStateAway();
+  if (Screen* const screen = TheDesktop().screen_) {
+    std::tie(place_.width, place_.height) = screen->NaturalSize(*this);
+  }
   loaded_ = true;
   if (onLoad) onLoad();
 }

@@ -72,6 +72,9 @@ class Screen {
   virtual void SetPointer(Pointer pointer) = 0;
   /// Width and height in pixels.
   virtual std::pair<int, int> Size() const = 0;
+  /// Width and height in pixels that `form` starts with on this display, where fonts and the size
+  /// of the screen have a say in it; what it was designed with if nothing else is known.
+  virtual std::pair<int, int> NaturalSize(const Form& form);
 
   /// Brings every control that was marked as changed up to date. Called once per act, and before
   /// anything that waits.

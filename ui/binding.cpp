@@ -1,0 +1,71 @@
+#include "ui/binding.h"
+
+#include <cmath>
+
+#include "platform/controls.h"
+#include "ui/ansi_text.h"
+#include "ui/key_events.h"
+
+namespace quillmark {
+
+Binding::Binding(Control& control, QWidget& widget) : control_(control), widget_(widget) {
+  widget.installEventFilter(this);
+}
+
+void Binding::Refresh() {
+  ShowCaption(FromAnsi(control_.Caption()));
+  widget_.setToolTip(FromAnsi(control_.ToolTip()));
+  ShowState();
+  widget_.setEnabled(control_.Enabled());
+  widget_.setVisible(control_.Visible());
+}
+
+void Binding::Restore() {
+  const RefreshScope scope;
+  Refresh();
+}
+
+void Binding::NoteFocus() const {
+  if (!RefreshScope::Running() && control_.Reachable()) control_.TakeFocus();
+}
+
+bool Binding::KeyPressed(const QKeyEvent& event) {
+  if (!control_.TakesFocus() || !IsForTheLogic(event)) return false;
+  bool used = false;
+  control_.KeyDown(KeyOf(event), used);
+  return used || !control_.Reachable();
+}
+
+bool Binding::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::FocusIn:
+      NoteFocus();
+      break;
+    case QEvent::KeyPress:
+      if (KeyPressed(static_cast<QKeyEvent&>(*event))) return true;
+      break;
+    case QEvent::KeyRelease: {
+      const auto& key = static_cast<QKeyEvent&>(*event);
+      if (control_.TakesFocus() && !key.isAutoRepeat()) control_.KeyUp(KeyOf(key));
+      break;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      if (MousePressed(static_cast<QMouseEvent&>(*event))) return true;
+      break;
+    case QEvent::MouseButtonRelease:
+      if (MouseReleased(static_cast<QMouseEvent&>(*event))) return true;
+      break;
+    default:
+      if (OtherEvent(*event)) return true;
+      break;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+int ColumnPixels(const QWidget& widget, int formUnits) {
+  return static_cast<int>(
+      std::lround(double{1} * formUnits * widget.logicalDpiX() / kFormUnitsPerInch));
+}
+
+}  // namespace quillmark

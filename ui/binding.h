@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QObject>
+#include <QWidget>
+#include <memory>
+
+#include "platform/control.h"
+
+namespace quillmark {
+
+/// Lives while widgets are brought up to date: what they signal meanwhile is no act of a person.
+class RefreshScope {
+ public:
+  RefreshScope() { ++depth_; }
+  ~RefreshScope() { --depth_; }
+  RefreshScope(const RefreshScope&) = delete;
+  RefreshScope& operator=(const RefreshScope&) = delete;
+  static bool Running() { return depth_ > 0; }
+
+ private:
+  inline static int depth_ = 0;
+};
+
+/// Ties one control to one widget: what a person does with the widget goes to the control, what the
+/// control says comes to the widget. There is one class of it for each kind of control.
+class Binding : public QObject {
+ public:
+  Binding(Control& control, QWidget& widget);
+
+  Control& TheControl() const { return control_; }
+  QWidget& Widget() const { return widget_; }
+
+  /// Makes the widget say what the control says. Has to run inside a `RefreshScope`.
+  void Refresh();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+  virtual void ShowCaption(const QString& /*caption*/) {}
+  /// What the kind has beyond caption, tool tip and its two words.
+  virtual void ShowState() {}
+  /// Whether the press or release is used up, so that the widget must not see it.
+  virtual bool MousePressed(const QMouseEvent& /*event*/) { return false; }
+  virtual bool MouseReleased(const QMouseEvent& /*event*/) { return false; }
+  virtual bool KeyPressed(const QKeyEvent& event);
+  /// Any other event; whether it is used up.
+  virtual bool OtherEvent(QEvent& /*event*/) { return false; }
+
+  /// For an act that the control refused: the widget goes back to what the control says.
+  void Restore();
+
+ private:
+  void NoteFocus() const;
+
+  Control& control_;
+  QWidget& widget_;
+};
+
+/// The binding for `control`, or null if `widget` is not of a kind that can show it.
+std::unique_ptr<Binding> MakeBinding(Control& control, QWidget& widget);
+
+/// Pixels on the screen of `widget` for a width in form units.
+int ColumnPixels(const QWidget& widget, int formUnits);
+
+}  // namespace quillmark

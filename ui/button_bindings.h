@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QRadioButton>
+
+#include "platform/controls.h"
+#include "ui/binding.h"
+
+namespace quillmark {
+
+/// A button with a caption, a line icon, or both.
+class ButtonBinding : public Binding {
+ public:
+  ButtonBinding(Button& control, QAbstractButton& widget);
+
+ protected:
+  void ShowCaption(const QString& caption) override { button_.setText(caption); }
+  bool OtherEvent(QEvent& event) override;
+
+ private:
+  void ShowIcon();
+
+  QAbstractButton& button_;
+};
+
+class CheckBoxBinding : public Binding {
+ public:
+  CheckBoxBinding(CheckBox& control, QCheckBox& widget);
+
+ protected:
+  void ShowCaption(const QString& caption) override { box_.setText(caption); }
+  void ShowState() override { box_.setChecked(check_.Ticked()); }
+  bool MousePressed(const QMouseEvent& event) override;
+
+ private:
+  CheckBox& check_;
+  QCheckBox& box_;
+};
+
+class OptionButtonBinding : public Binding {
+ public:
+  OptionButtonBinding(OptionButton& control, QRadioButton& widget);
+
+ protected:
+  void ShowCaption(const QString& caption) override { radio_.setText(caption); }
+  void ShowState() override { radio_.setChecked(option_.On()); }
+
+ private:
+  OptionButton& option_;
+  QRadioButton& radio_;
+};
+
+}  // namespace quillmark

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QWidget>
+
+#include "platform/form.h"
+
+namespace quillmark {
+
+/// Draws the widgets of `form` into `content`, from the form's Designer file, with all measures in
+/// units of the font. Throws the invalid value fault for a form that has no drawing.
+///
+/// Designer files may say more about a widget by dynamic properties:
+///
+///     digits      of a line edit: it is as wide as so many digits need
+///     characters  of a list: it is at least as wide as so many characters
+///     lines       of a list: it is at least as high as so many lines
+///     fixedPitch  it uses the fixed-pitch font
+///     iconName    of a button: its line icon
+///     picture     of a label: its picture
+///     namedBy     the control whose caption names this one for a screen reader
+void DrawForm(const Form& form, QWidget& content);
+
+}  // namespace quillmark

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QFileDialog>
+#include <QString>
+
+namespace quillmark {
+
+/// How the native dialogs are opened: nothing that they do by themselves may touch the chosen name,
+/// and captions stand as they are, without the patterns behind them.
+inline constexpr QFileDialog::Option kFileDialogOptions = QFileDialog::HideNameFilterDetails;
+
+/// The toolkit's form of a filter of pairs "caption|pattern|caption|pattern". Patterns ignore
+/// letter case also where the system does not.
+QString FileFilters(const QString& pairs);
+
+}  // namespace quillmark

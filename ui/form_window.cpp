@@ -1,0 +1,260 @@
+#include "ui/form_window.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/controls.h"
+#include "ui/ansi_text.h"
+#include "ui/colour_swatch.h"
+#include "ui/column_label.h"
+#include "ui/drawing.h"
+
+namespace quillmark {
+namespace {
+
+/// How long a window manager may take to answer a size with its own, in milliseconds.
+constexpr int kAnswerTime = 250;
+
+Qt::WindowFlags FlagsOf(const Form& form) {
+  if (!form.StartState().framed) return Qt::Window | Qt::FramelessWindowHint;
+  const Qt::WindowFlags frame = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+  if (!form.StartState().sizable) return Qt::Dialog | frame;
+  return Qt::Window | frame | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint;
+}
+
+/// A caption without mnemonic marks and without the colon that leads to a box.
+QString Spoken(QString text) {
+  text.remove(QLatin1Char('&'));
+  text = text.trimmed();
+  while (text.endsWith(QLatin1Char(':'))) text.chop(1);
+  return text == QLatin1String("...") ? QString() : text;
+}
+
+/// Whether the widget is of a kind that only controls are drawn with.
+bool LooksLikeControl(const QWidget& widget) {
+  if (qobject_cast<const ColumnLabel*>(&widget) != nullptr) return false;
+  return qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+         qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+         qobject_cast<const QComboBox*>(&widget) != nullptr ||
+         qobject_cast<const QAbstractItemView*>(&widget) != nullptr ||
+         qobject_cast<const QLabel*>(&widget) != nullptr ||
+         qobject_cast<const QGroupBox*>(&widget) != nullptr;
+}
+
+}  // namespace
+
+QString WidgetName(const Control& control) {
+  const QString name = QString::fromStdString(control.Name());
+  return control.Index() < 0 ? name : name + QLatin1Char('_') + QString::number(control.Index());
+}
+
+FormWindow::FormWindow(Form& form)
+    : QWidget(nullptr, FlagsOf(form)), form_(form), content_(new QWidget) {
+  setObjectName(QString::fromStdString(form.Name()) + QStringLiteral("Window"));
+  DrawForm(form, *content_);
+  auto* area = new QScrollArea;
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidget(content_);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(area);
+  for (Control* control : form.Controls()) {
+    auto* widget = content_->findChild<QWidget*>(WidgetName(*control));
+    if (widget == nullptr) continue;
+    auto binding = MakeBinding(*control, *widget);
+    if (binding == nullptr) continue;
+    byControl_[control] = binding.get();
+    bindings_.push_back(std::move(binding));
+  }
+  for (ColourSwatch* swatch : content_->findChildren<ColourSwatch*>()) swatch->Follow(*content_);
+  for (ColumnLabel* label : content_->findChildren<ColumnLabel*>()) label->Follow(*content_);
+  RefreshAll();
+}
+
+FormWindow::~FormWindow() = default;
+
+QWidget* FormWindow::WidgetOf(const Control& control) const {
+  const auto found = byControl_.find(&control);
+  return found == byControl_.end() ? nullptr : &found->second->Widget();
+}
+
+QSize FormWindow::NaturalSize() const {
+  const QSize designed(form_.StartState().width, form_.StartState().height);
+  const QSize needed = content_->minimumSizeHint();
+  const QSize available = screen()->availableSize();
+  const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  QSize size = designed.expandedTo(needed);
+  // A side that has to scroll takes room for its bar from the other one.
+  if (size.height() > available.height()) size.rwidth() += scrollBar;
+  if (size.width() > available.width()) size.rheight() += scrollBar;
+  return size.boundedTo(available);
+}
+
+void FormWindow::Open(QWidget* owner) {
+  setWindowModality(form_.Modal() ? Qt::ApplicationModal : Qt::NonModal);
+  winId();
+  QWindow* above = owner == nullptr ? nullptr : owner->windowHandle();
+  windowHandle()->setTransientParent(form_.Modal() || !form_.StartState().sizable ? above
+                                                                                  : nullptr);
+  placed_.reset();
+  PlaceAbove(owner);
+  FollowForm();
+  show();
+  activateWindow();
+}
+
+void FormWindow::PlaceAbove(QWidget* owner) {
+  const Place& place = form_.Position();
+  if (place.left != 0 || place.top != 0 || owner == nullptr) return;
+  const QRect around = owner->frameGeometry();
+  const QRect area = screen()->availableGeometry();
+  const int left = around.center().x() - place.width / 2;
+  const int top = around.center().y() - place.height / 2;
+  move(std::max(left, area.left()), std::max(top, area.top()));
+  placed_ = QPoint(place.left, place.top);
+}
+
+void FormWindow::Conceal() {
+  setWindowFlag(Qt::WindowStaysOnTopHint, false);
+  hide();
+}
+
+void FormWindow::FollowForm() {
+  setWindowTitle(FromAnsi(form_.Caption()));
+  const auto& place = form_.Position();
+  if (!isMaximized()) {
+    if (form_.StartState().sizable) {
+      resize(place.width, place.height);
+    } else {
+      setFixedSize(place.width, place.height);
+    }
+    const QPoint corner(place.left, place.top);
+    if (placed_ != corner) move(corner + screen()->availableGeometry().topLeft());
+    placed_ = corner;
+  }
+  const bool onTop = windowFlags() & Qt::WindowStaysOnTopHint;
+  if (form_.Topmost() && !onTop) {
+    setWindowFlag(Qt::WindowStaysOnTopHint);
+    show();
+  }
+}
+
+void FormWindow::RefreshAll() {
+  const RefreshScope scope;
+  for (const auto& binding : bindings_) binding->Refresh();
+  RefreshAccessibleNames();
+}
+
+void FormWindow::RefreshControl(const Control& control) {
+  const auto found = byControl_.find(&control);
+  if (found != byControl_.end()) found->second->Refresh();
+}
+
+void FormWindow::RefreshFocus() {
+  const Control* const focus = form_.Focus();
+  QWidget* const widget = focus == nullptr ? nullptr : WidgetOf(*focus);
+  if (widget != nullptr && focusWidget() != widget) widget->setFocus(Qt::OtherFocusReason);
+}
+
+QString FormWindow::AccessibleNameOf(const Binding& binding) const {
+  const Control& control = binding.TheControl();
+  const auto caption = [](const Control& named) { return Spoken(FromAnsi(named.Caption())); };
+  QString name = Spoken(FromAnsi(control.ToolTip()));
+  if (name.isEmpty()) name = caption(control);
+  if (name.isEmpty()) {
+    const QString other = binding.Widget().property("namedBy").toString();
+    const Control* const named = form_.Find(other.toStdString());
+    if (named != nullptr) name = caption(*named);
+  }
+  for (const QLabel* label : content_->findChildren<QLabel*>()) {
+    if (name.isEmpty() && label->buddy() == &binding.Widget()) name = Spoken(label->text());
+  }
+  for (const Frame* frame = control.Parent(); name.isEmpty() && frame != nullptr;
+       frame = frame->Parent()) {
+    name = caption(*frame);
+  }
+  if (name.isEmpty()) name = Spoken(FromAnsi(form_.Caption()));
+  return control.Index() < 0 ? name
+                             : name + QLatin1Char(' ') + QString::number(control.Index() + 1);
+}
+
+void FormWindow::RefreshAccessibleNames() {
+  for (const auto& binding : bindings_) {
+    if (!binding->TheControl().TakesFocus()) continue;
+    const QString name = AccessibleNameOf(*binding);
+    if (binding->Widget().accessibleName() != name) binding->Widget().setAccessibleName(name);
+  }
+}
+
+std::vector<std::string> FormWindow::Errors() const {
+  std::vector<std::string> errors;
+  for (const Control* control : form_.Controls()) {
+    const bool menu =
+        control->Kind() == ControlKind::PopupMenu || control->Kind() == ControlKind::MenuEntry;
+    if (!menu && WidgetOf(*control) == nullptr) {
+      errors.push_back("no " + std::string(KindName(control->Kind())) + " is drawn for " +
+                       form_.Name() + "." + control->FullName());
+    }
+  }
+  for (const QWidget* widget : content_->findChildren<QWidget*>()) {
+    if (!LooksLikeControl(*widget) || widget->objectName().startsWith(QLatin1String("qt_"))) {
+      continue;
+    }
+    const bool bound = std::any_of(bindings_.begin(), bindings_.end(), [&](const auto& binding) {
+      return &binding->Widget() == widget || binding->Widget().isAncestorOf(widget);
+    });
+    if (!bound)
+      errors.push_back(form_.Name() + " draws the unknown control " +
+                       widget->objectName().toStdString());
+  }
+  return errors;
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  form_.Close();
+}
+
+void FormWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (isVisible()) QMetaObject::invokeMethod(this, &FormWindow::FollowFrame, Qt::QueuedConnection);
+}
+
+void FormWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange || !form_.Shown()) return;
+  form_.SetMaximised(isMaximized());
+  FollowFrame();
+}
+
+void FormWindow::FollowFrame() {
+  if (!form_.Shown() || isMinimized()) return;
+  const Place& place = form_.Position();
+  if (size() == QSize(place.width, place.height)) return;
+  // A window manager that insists on its own size would go on asking for ever.
+  if (size() == refused_ && sinceRefused_.isValid() && sinceRefused_.elapsed() < kAnswerTime)
+    return;
+  const QSize dragged = size();
+  if (!form_.DragTo(dragged.width(), dragged.height())) FollowForm();
+  if (size() != dragged) {
+    refused_ = dragged;
+    sinceRefused_.start();
+  }
+}
+
+}  // namespace quillmark

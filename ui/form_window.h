@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QWidget>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/form.h"
+#include "ui/binding.h"
+
+namespace quillmark {
+
+/// The window of a form: its drawing, which scrolls where the screen is too small for it, and the
+/// bindings of all its controls. Lives as long as the screen; showing and hiding is the form's.
+class FormWindow : public QWidget {
+ public:
+  explicit FormWindow(Form& form);
+  ~FormWindow() override;
+
+  Form& TheForm() const { return form_; }
+  /// The widget of `control`; null for menus and for a control that the drawing lacks.
+  QWidget* WidgetOf(const Control& control) const;
+  /// The size that the drawing asks for, bounded by the screen.
+  QSize NaturalSize() const;
+
+  /// Onto the screen, above `owner` if there is one, and from it.
+  void Open(QWidget* owner);
+  void Conceal();
+  /// Caption, place and topmost word as the form says.
+  void FollowForm();
+
+  /// Brings all controls up to date, or one, or the focus. Each inside a `RefreshScope`.
+  void RefreshAll();
+  void RefreshControl(const Control& control);
+  void RefreshFocus();
+  /// Names everything that takes the focus for screen readers.
+  void RefreshAccessibleNames();
+
+  /// One line for each control without a fitting widget, each widget without a control, and each
+  /// control that can take the focus but has no accessible name.
+  std::vector<std::string> Errors() const;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void FollowFrame();
+  void PlaceAbove(QWidget* owner);
+  QString AccessibleNameOf(const Binding& binding) const;
+
+  Form& form_;
+  QWidget* content_;
+  std::vector<std::unique_ptr<Binding>> bindings_;
+  std::map<const Control*, Binding*> byControl_;
+  std::optional<QPoint> placed_;  ///< where the form's own place put the window last
+  QSize refused_;                 ///< the last size that the form did not take
+  QElapsedTimer sinceRefused_;
+};
+
+/// The name that the widget of `control` has in the form's drawing.
+QString WidgetName(const Control& control);
+
+}  // namespace quillmark

@@ -1,0 +1,261 @@
+#include "ui/qt_screen.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "platform/desktop.h"
+#include "ui/ansi_text.h"
+#include "ui/file_filters.h"
+
+namespace quillmark {
+namespace {
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::None:
+      return QMessageBox::NoIcon;
+    case BoxIcon::Critical:
+      return QMessageBox::Critical;
+    case BoxIcon::Question:
+      return QMessageBox::Question;
+    case BoxIcon::Information:
+      return QMessageBox::Information;
+    case BoxIcon::Warning:
+      return QMessageBox::Warning;
+  }
+  return QMessageBox::NoIcon;
+}
+
+QAbstractButton* AddButton(QMessageBox& box, BoxButton button) {
+  switch (button) {
+    case BoxButton::OK:
+      return box.addButton(QMessageBox::Ok);
+    case BoxButton::Yes:
+      return box.addButton(QMessageBox::Yes);
+    case BoxButton::No:
+      return box.addButton(QMessageBox::No);
+    case BoxButton::Cancel:
+      return box.addButton(QMessageBox::Cancel);
+    case BoxButton::End:
+      return box.addButton(QStringLiteral("End"), QMessageBox::DestructiveRole);
+    case BoxButton::Continue:
+      return box.addButton(QStringLiteral("Continue"), QMessageBox::AcceptRole);
+  }
+  return nullptr;
+}
+
+/// The button that closing the box by its frame presses.
+BoxButton ButtonOfFrame(const MessageBox& box) {
+  for (const BoxButton wanted :
+       {BoxButton::Cancel, BoxButton::No, BoxButton::Continue, BoxButton::OK}) {
+    if (std::find(box.buttons.begin(), box.buttons.end(), wanted) != box.buttons.end()) {
+      return wanted;
+    }
+  }
+  return BoxButton::End;
+}
+
+}  // namespace
+
+QtScreen::QtScreen() : lastFolder_(QDir::homePath()) {
+  QApplication::setQuitOnLastWindowClosed(false);
+  clock_.setSingleShot(true);
+  QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
+    if (timer_ != nullptr) timer_->Elapse();
+  });
+}
+
+QtScreen::~QtScreen() { SetPointer(Pointer::Default); }
+
+BoxButton QtScreen::AskMessage(const MessageBox& box) {
+  QMessageBox shown(IconOf(box.icon), FromAnsi(box.title), FromAnsi(box.text),
+                    QMessageBox::NoButton, FrontWindow());
+  shown.setTextFormat(Qt::PlainText);
+  std::map<QAbstractButton*, BoxButton> answers;
+  const BoxButton ofFrame = ButtonOfFrame(box);
+  for (const BoxButton button : box.buttons) {
+    QAbstractButton* const pressed = AddButton(shown, button);
+    answers[pressed] = button;
+    if (button == ofFrame) shown.setEscapeButton(pressed);
+  }
+  shown.setWindowModality(Qt::ApplicationModal);
+  shown.show();
+  WaitFor(shown, [&] { return !shown.isVisible(); });
+  const auto answer = answers.find(shown.clickedButton());
+  return answer == answers.end() ? ofFrame : answer->second;
+}
+
+std::optional<std::string> QtScreen::AskText(const InputBox& box) {
+  QInputDialog shown(FrontWindow());
+  shown.setWindowTitle(FromAnsi(box.title));
+  shown.setLabelText(FromAnsi(box.prompt));
+  shown.setTextValue(FromAnsi(box.text));
+  shown.setWindowModality(Qt::ApplicationModal);
+  shown.show();
+  WaitFor(shown, [&] { return !shown.isVisible(); });
+  if (shown.result() != QDialog::Accepted) return std::nullopt;
+  return ToAnsi(shown.textValue());
+}
+
+std::optional<std::string> QtScreen::AskFile(const FileRequest& request) {
+  const auto path = AskNativeFileDialog(
+      {request.save, FromAnsi(request.title), lastFolder_, FileFilters(FromAnsi(request.filter))});
+  if (!path || path->isEmpty()) return std::nullopt;
+  lastFolder_ = QFileInfo(*path).absolutePath();
+  return QDir::toNativeSeparators(*path).toStdString();
+}
+
+std::optional<QString> QtScreen::AskNativeFileDialog(const FileDialog& dialog) {
+  QWidget* const owner = FrontWindow();
+  const QString path =
+      dialog.save ? QFileDialog::getSaveFileName(owner, dialog.title, dialog.folder, dialog.filters,
+                                                 nullptr, kFileDialogOptions)
+                  : QFileDialog::getOpenFileName(owner, dialog.title, dialog.folder, dialog.filters,
+                                                 nullptr, kFileDialogOptions);
+  if (path.isEmpty()) return std::nullopt;
+  return path;
+}
+
+void QtScreen::FormShown(Form& form) {
+  QWidget* const owner = FrontWindow();
+  FormWindow& window = WindowOf(form);
+  Refresh();
+  window.RefreshFocus();
+  window.Open(owner == &window ? nullptr : owner);
+}
+
+void QtScreen::FormHidden(Form& form) {
+  WindowOf(form).Conceal();
+  if (QWidget* const front = FrontWindow()) front->activateWindow();
+}
+
+void QtScreen::FormChanged(Form& form) { WindowOf(form).FollowForm(); }
+
+void QtScreen::WaitUntilHidden(Form& form) {
+  WaitFor(WindowOf(form), [&] { return !form.Shown(); });
+}
+
+void QtScreen::WaitFor(QWidget& /*window*/, const std::function<bool()>& over) {
+  while (!over() && !TheDesktop().Ended()) {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+}
+
+void QtScreen::RunUntilEnded() {
+  while (!TheDesktop().Ended()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void QtScreen::OpenPopup(PopupMenu& menu) {
+  popup_ = std::make_unique<QMenu>();
+  popup_->setObjectName(QString::fromStdString(menu.Name()));
+  for (MenuEntry* entry : menu.Entries()) {
+    QAction* const action = popup_->addAction(FromAnsi(entry->Caption()));
+    action->setObjectName(QString::fromStdString(entry->Name()));
+    action->setEnabled(entry->Enabled());
+    action->setVisible(entry->Visible());
+    QObject::connect(action, &QAction::triggered, action, [entry] { entry->Choose(); });
+  }
+  // The menu hides before it says which entry was chosen, so the news of its end has to wait.
+  QObject::connect(
+      popup_.get(), &QMenu::aboutToHide, &clock_,
+      [&menu] {
+        if (TheDesktop().Popup() == &menu) TheDesktop().ClosePopup();
+      },
+      Qt::QueuedConnection);
+  popup_->popup(QCursor::pos());
+}
+
+void QtScreen::ClosePopup() {
+  // The menu itself may be what is running at this moment.
+  if (popup_ == nullptr) return;
+  popup_->hide();
+  popup_.release()->deleteLater();
+}
+
+void QtScreen::StartTimer(Timer& timer) {
+  timer_ = &timer;
+  clock_.start(timer.Milliseconds());
+}
+
+void QtScreen::StopTimer(Timer& /*timer*/) {
+  timer_ = nullptr;
+  clock_.stop();
+}
+
+void QtScreen::SetPointer(Pointer pointer) {
+  const bool wanted = pointer == Pointer::Hourglass;
+  if (wanted == hourglass_) return;
+  hourglass_ = wanted;
+  if (wanted) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QApplication::restoreOverrideCursor();
+  }
+}
+
+std::pair<int, int> QtScreen::Size() const {
+  const QSize size = QGuiApplication::primaryScreen()->availableSize();
+  return {size.width(), size.height()};
+}
+
+std::pair<int, int> QtScreen::NaturalSize(const Form& form) {
+  const QSize size = WindowOf(form).NaturalSize();
+  return {size.width(), size.height()};
+}
+
+void QtScreen::Refresh() {
+  const RefreshScope scope;
+  std::set<FormWindow*> touched;
+  for (const Control* control : TheDesktop().TakeChanged()) {
+    const auto window = windows_.find(&control->Owner());
+    if (window == windows_.end()) continue;
+    window->second->RefreshControl(*control);
+    touched.insert(window->second.get());
+  }
+  for (FormWindow* window : touched) window->RefreshAccessibleNames();
+  const auto& shown = TheDesktop().ShownForms();
+  if (!shown.empty()) WindowOf(*shown.back()).RefreshFocus();
+}
+
+QWidget* QtScreen::FrontWindow() const {
+  const auto& shown = TheDesktop().ShownForms();
+  for (auto form = shown.rbegin(); form != shown.rend(); ++form) {
+    const auto window = windows_.find(*form);
+    if (window != windows_.end() && window->second->isVisible()) return window->second.get();
+  }
+  return nullptr;
+}
+
+FormWindow& QtScreen::WindowOf(const Form& form) {
+  auto& window = windows_[&form];
+  if (window == nullptr) {
+    Form* const known = TheDesktop().FindForm(form.Name());
+    window = std::make_unique<FormWindow>(*known);
+  }
+  return *window;
+}
+
+QWidget* QtScreen::WidgetOf(const Control& control) {
+  return WindowOf(control.Owner()).WidgetOf(control);
+}
+
+std::vector<std::string> QtScreen::DrawingErrors() {
+  std::vector<std::string> errors;
+  for (const Form* form : TheDesktop().Forms()) {
+    for (std::string& error : WindowOf(*form).Errors()) errors.push_back(std::move(error));
+  }
+  return errors;
+}
+
+}  // namespace quillmark

@@ -1,0 +1,78 @@
+#include "ui/text_binding.h"
+
+#include <QCoreApplication>
+
+#include "ui/ansi_text.h"
+#include "ui/key_events.h"
+
+namespace quillmark {
+
+TextBinding::TextBinding(TextBox& control, QLineEdit& widget)
+    : Binding(control, widget), box_(control), line_(widget) {
+  if (box_.MaxLength() > 0) line_.setMaxLength(box_.MaxLength());
+  connect(&line_, &QLineEdit::textChanged, this, &TextBinding::Report);
+  connect(&line_, &QLineEdit::cursorPositionChanged, this, &TextBinding::Report);
+  connect(&line_, &QLineEdit::selectionChanged, this, &TextBinding::Report);
+}
+
+int TextBinding::SelectionStart() const {
+  return line_.hasSelectedText() ? line_.selectionStart() : line_.cursorPosition();
+}
+
+void TextBinding::ShowState() {
+  const QString text = FromAnsi(box_.Text());
+  if (line_.text() != text) line_.setText(text);
+  const int start = box_.SelectionStart();
+  const int length = box_.SelectionLength();
+  if (start == SelectionStart() && length == line_.selectionLength()) return;
+  if (length > 0) {
+    line_.setSelection(start, length);
+  } else {
+    line_.deselect();
+    line_.setCursorPosition(start);
+  }
+}
+
+void TextBinding::Report() {
+  if (RefreshScope::Running()) return;
+  const std::string text = ToAnsi(line_.text());
+  const int start = SelectionStart();
+  const int length = line_.selectionLength();
+  if (text == box_.Text() && start == box_.SelectionStart() && length == box_.SelectionLength()) {
+    return;
+  }
+  if (!box_.Edit(text, start, length)) Restore();
+}
+
+QString TextBinding::Typed(const QString& text) const {
+  std::string typed = ToAnsi(text);
+  for (char& character : typed) character = box_.Typed(character);
+  return FromAnsi(typed);
+}
+
+bool TextBinding::KeyPressed(const QKeyEvent& event) {
+  if (Binding::KeyPressed(event)) return true;
+  if (!IsForTheLogic(event) || KeyOf(event).code != KeyCode::Character) return false;
+  const QString typed = Typed(event.text());
+  if (typed == event.text()) return false;
+  line_.insert(typed);
+  return true;
+}
+
+bool TextBinding::OtherEvent(QEvent& event) {
+  return event.type() == QEvent::InputMethod && Commit(static_cast<QInputMethodEvent&>(event));
+}
+
+bool TextBinding::Commit(const QInputMethodEvent& event) {
+  const QString typed = Typed(event.commitString());
+  if (typed == event.commitString()) return false;
+  QInputMethodEvent replaced(event.preeditString(), event.attributes());
+  replaced.setCommitString(typed, event.replacementStart(), event.replacementLength());
+  // Past this filter, since no character may be replaced twice.
+  line_.removeEventFilter(this);
+  QCoreApplication::sendEvent(&line_, &replaced);
+  line_.installEventFilter(this);
+  return true;
+}
+
+}  // namespace quillmark

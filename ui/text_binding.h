@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QInputMethodEvent>
+#include <QLineEdit>
+
+#include "platform/controls.h"
+#include "ui/binding.h"
+
+namespace quillmark {
+
+/// A box for one line of text. Editing is the widget's own; the control hears of each change of
+/// text or caret, and may replace a character before it is typed.
+class TextBinding : public Binding {
+ public:
+  TextBinding(TextBox& control, QLineEdit& widget);
+
+ protected:
+  void ShowState() override;
+  bool KeyPressed(const QKeyEvent& event) override;
+  bool OtherEvent(QEvent& event) override;
+
+ private:
+  void Report();
+  QString Typed(const QString& text) const;
+  bool Commit(const QInputMethodEvent& event);
+  int SelectionStart() const;
+
+  TextBox& box_;
+  QLineEdit& line_;
+};
+
+}  // namespace quillmark
