@@ -8,7 +8,6 @@
 #include "frame/interface_table.h"
 #include "platform/desktop.h"
 #include "platform/fault.h"
-#include "platform/files.h"
 #include "strings/language_files.h"
 
 namespace quillmark {
@@ -184,15 +183,8 @@ void Find() {
     frmEditor.cmbString.Select(level.Objects[SelectedObject(level)].StringId);
     return;
   }
-  const std::string wanted = UpperCased(text);
-  for (int i = 0; i < StringsMod.NumStrings; ++i) {
-    const std::string_view start =
-        std::string_view(StringsMod.StringPool[i]).substr(0, text.size());
-    if (UpperCased(start) == wanted) {
-      frmEditor.cmbString.Select(i);
-      return;
-    }
-  }
+  const int found = FindPoolString(text);
+  if (found >= 0) frmEditor.cmbString.Select(found);
 }
 
 }  // namespace

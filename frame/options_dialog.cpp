@@ -6,8 +6,8 @@
 #include "frame/dialog_forms.h"
 #include "frame/dialogs.h"
 #include "frame/interface_table.h"
-#include "platform/number_text.h"
 #include "platform/desktop.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 namespace {

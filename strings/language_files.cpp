@@ -223,4 +223,14 @@ void SetPrimaryLanguage(Language language) {
   slot.Primary = kOn;
 }
 
+int FindPoolString(std::string_view text) {
+  const std::string wanted = UpperCased(text);
+  for (int i = 0; i < StringsMod.NumStrings; ++i) {
+    const std::string_view start =
+        std::string_view(StringsMod.StringPool[i]).substr(0, text.size());
+    if (UpperCased(start) == wanted) return i;
+  }
+  return -1;
+}
+
 }  // namespace quillmark

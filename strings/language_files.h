@@ -89,4 +89,7 @@ bool WriteLoadedLanguages(const std::string& folder);
 /// Makes the slot the string pool. Throws the subscript fault for more strings than places.
 void SetPrimaryLanguage(Language language);
 
+/// The first string of the pool that begins with `text`, letter case aside; -1 if none does.
+int FindPoolString(std::string_view text);
+
 }  // namespace quillmark

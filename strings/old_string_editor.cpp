@@ -1,7 +1,4 @@
-#include <array>
-
-#include "core/script_model.h"
-#include "editor/editor_form.h"
+#include "editor/editor.h"
 #include "frame/interface_table.h"
 #include "platform/fault.h"
 #include "strings/language_files.h"
@@ -11,7 +8,6 @@
 namespace quillmark {
 namespace {
 
-constexpr int kTitleLevelEntry = 17;
 constexpr int kNoLegendEntry = 61;
 
 /// Appends the first `NumStrings` of the pool to each of the controls.
@@ -46,21 +42,13 @@ void RefillLegends() {
   frmEditor.cmbName.Clear();
   frmEditor.cmbLegend.AddRow(InterfaceTable[kNoLegendEntry]);
   AddStrings({&frmEditor.cmbLegend, &frmEditor.cmbName});
-  const LevelRecord& level = TRScript.Levels[frmEditor.lstLevels.Row()];
+  const LevelRecord& level = SelectedLevel();
   frmEditor.cmbLegend.Select(IsOn(level.LegendOn) ? level.Legend.value() + 1 : 0);
-}
-
-void RefillLevels() {
-  frmEditor.lstLevels.Clear();
-  frmEditor.lstLevels.AddRow(InterfaceTable[kTitleLevelEntry]);
-  for (int i = 1; i < TRScript.NumLevels; ++i) {
-    frmEditor.lstLevels.AddRow(StringsMod.StringPool[TRScript.Levels[i].NameString]);
-  }
 }
 
 void Accept() {
   RefillLegends();
-  RefillLevels();
+  RebuildLevelRows();
   frmEditor.cmbString.Clear();
   AddStrings({&frmEditor.cmbString});
   frmStrings.Unload();

@@ -1,7 +1,5 @@
-#include "core/script_model.h"
-#include "editor/editor_form.h"
+#include "editor/editor.h"
 #include "frame/apply_language.h"
-#include "platform/files.h"
 #include "strings/language_files.h"
 #include "strings/string_editors.h"
 #include "strings/string_forms.h"
@@ -31,23 +29,20 @@ void TakeRow() {
 void ReturnToObject() {
   const ListView& objects = frmEditor.lstObj;
   const int index = std::stoi(objects.Cell(objects.SelectedRow(), kObjectIndexColumn));
-  const LevelRecord& level = TRScript.Levels[frmEditor.lstLevels.Row()];
-  frmEditor.cmbString.Select(level.Objects[index].StringId);
+  frmEditor.cmbString.Select(SelectedLevel().Objects[index].StringId);
   fss.l.Select(StringsMod.FindIndex);
 }
 
 void Find() {
-  const std::string wanted = UpperCased(fss.txtFind.Text());
-  if (wanted.empty()) {
+  const std::string& text = fss.txtFind.Text();
+  if (text.empty()) {
     ReturnToObject();
     return;
   }
-  for (int i = 0; i < StringsMod.NumStrings; ++i) {
-    if (UpperCased(StringsMod.StringPool[i].substr(0, wanted.size())) != wanted) continue;
-    fss.l.Select(i);
-    frmEditor.cmbString.Select(i);
-    return;
-  }
+  const int found = FindPoolString(text);
+  if (found < 0) return;
+  fss.l.Select(found);
+  frmEditor.cmbString.Select(found);
 }
 
 }  // namespace
