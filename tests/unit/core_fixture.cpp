@@ -1,0 +1,131 @@
+#include "unit/core_fixture.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+
+#include "core/level_stream.h"
+#include "core/script_dat.h"
+#include "platform/fault.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "strings/language_files.h"
+
+namespace quillmark {
+
+namespace fs = std::filesystem;
+
+CoreTest::CoreTest() {
+  std::random_device number;
+  folder_ = (fs::temp_directory_path() / ("core_test_" + std::to_string(number()))).string();
+  fs::create_directories(folder_);
+  SetProgramFolder(folder_);
+  TRScript = {};
+  StringsMod = {};
+  SizeOffsetArrays();
+}
+
+CoreTest::~CoreTest() {
+  Files.CloseAll();
+  SetStringListeners({});
+  fs::remove_all(folder_);
+}
+
+std::string CoreTest::CopySample(const std::string& game) const {
+  fs::copy(fs::path(QUILLMARK_SAMPLES) / game, Path(game));
+  return Path(game + "/SCRIPT.DAT");
+}
+
+LevelRecord& CoreTest::Parse(std::uint8_t game, const std::string& stream) {
+  MakeFile(Path("stream"), stream);
+  TRScript = {};
+  TRScript.Levels.Redim(2);
+  Files.Close(1);
+  Files.OpenBinary(1, Path("stream"));
+  const Int16 length = static_cast<std::int64_t>(stream.size()) - 1;
+  (game == kTr4 ? ParseLevelTr4 : ParseLevelTr5)(1, length);
+  return TRScript.Levels[1];
+}
+
+std::string CoreTest::Build(std::uint8_t game, int level) {
+  (game == kTr4 ? BuildLevelTr4 : BuildLevelTr5)(level);
+  const LevelRawEntry& raw = TRScript.LevelRaw[level];
+  std::string bytes;
+  for (int i = 0; i < raw.Length; ++i) bytes += static_cast<char>(raw.Bytes[i].value());
+  return bytes;
+}
+
+std::string Hex(std::string_view digits) {
+  std::string bytes;
+  std::string pair;
+  for (const char digit : digits) {
+    if (digit == ' ') continue;
+    pair += digit;
+    if (pair.size() < 2) continue;
+    bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
+    pair.clear();
+  }
+  return bytes;
+}
+
+std::string Zeros(std::size_t count) { return std::string(count, '\0'); }
+
+std::string Word(int value) {
+  return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
+}
+
+std::string Repeated(std::string_view bytes, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i) all += bytes;
+  return all;
+}
+
+std::string Bytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  EXPECT_TRUE(file) << path;
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void MakeFile(const std::string& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  ASSERT_TRUE(file << bytes) << path;
+}
+
+std::string ScriptBytes(const std::vector<std::string>& streams) {
+  std::string offsets;
+  std::string block;
+  for (const std::string& stream : streams) {
+    offsets += Word(static_cast<int>(block.size()));
+    block += stream;
+  }
+  return Hex("0100 0000 00000000 07") + static_cast<char>(streams.size()) + Hex("01 00 0300") +
+         Word(static_cast<int>(block.size())) + Zeros(40) + Word(0) + "AB" + Zeros(1) + offsets +
+         block + Repeated(std::string("X\0", 2), 8);
+}
+
+std::string Outcome(const std::function<bool()>& routine) {
+  try {
+    return routine() ? "true" : "false";
+  } catch (const Fault& fault) {
+    return std::string(FaultName(fault.kind()));
+  } catch (const MissingEndOfData&) {
+    return "missing end";
+  }
+}
+
+std::string OutcomeOf(const std::function<void()>& routine) {
+  return Outcome([&] {
+    routine();
+    return true;
+  });
+}
+
+bool Load(const std::string& path, std::uint8_t game) {
+  LoadCallbacks callbacks;
+  callbacks.chooseGame = [game] { TRScript.ScriptKind = game; };
+  callbacks.languageFound = ReadFoundLanguage;
+  return LoadScript(path, callbacks);
+}
+
+}  // namespace quillmark

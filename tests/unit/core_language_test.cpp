@@ -1,0 +1,244 @@
+// The language files, byte by byte, and the table of the interface's texts.
+
+#include <filesystem>
+
+#include "frame/interface_table.h"
+#include "platform/file_numbers.h"
+#include "strings/language_files.h"
+#include "unit/core_fixture.h"
+
+namespace quillmark {
+namespace {
+
+/// Keeps what the readers and writers tell.
+class CoreLanguageTest : public CoreTest {
+ protected:
+  CoreLanguageTest() {
+    StringListeners listeners;
+    listeners.stringRead = [this](const std::string& text) { told_ += "read " + text; };
+    listeners.levelNamesBegin = [this] { told_ += "levels "; };
+    listeners.levelName = [this](const std::string& text) { told_ += "level " + text; };
+    listeners.poolBegins = [this] { told_ += "pool "; };
+    listeners.poolString = [this](const std::string& text) { told_ += "string " + text; };
+    listeners.failed = [this](int entry) { told_ += "failed " + std::to_string(entry); };
+    SetStringListeners(listeners);
+  }
+
+  std::string TakeTold() { return std::exchange(told_, {}); }
+
+  /// "A", "bc" and nothing, in groups of 1, 2 and 0.
+  static std::string SmallFile() {
+    return Word(1) + Word(2) + Word(0) + Word(2) + Word(4) + Word(0) + Word(0) + Word(2) + Word(5) +
+           Hex("1d 00 3e3f 00 00");
+  }
+
+ private:
+  std::string told_;
+};
+
+TEST_F(CoreLanguageTest, ReadsAndWritesASmallFile) {
+  MakeFile(Path("a"), SmallFile());
+  LanguageSlot& slot = Slot(Language::GERMAN);
+  EXPECT_FALSE(ReadLanguage(Language::GERMAN, Path("a"))) << "it is not the primary one";
+  EXPECT_EQ(TakeTold(), "");
+  EXPECT_TRUE(Files.IsOpen(2));
+  Files.CloseFiles();
+  EXPECT_EQ(slot.Total, 3);
+  EXPECT_EQ(StringsMod.NumStrings, 3);
+  EXPECT_EQ(slot.Size2, 4);
+  EXPECT_EQ(slot.Offsets[2], 5);
+  EXPECT_EQ(slot.Strings[0], "A" + Zeros(1));
+  EXPECT_EQ(slot.Strings[1], "bc" + Zeros(1));
+  EXPECT_EQ(slot.Strings[2], Zeros(2)) << "the read past the end";
+  EXPECT_EQ(slot.Loaded, -1);
+
+  EXPECT_TRUE(WriteLanguage(Language::GERMAN, Path("a")));
+  std::string longer = SmallFile() + Zeros(1);
+  longer[8] = 5;
+  EXPECT_EQ(Bytes(Path("a")), longer);
+
+  slot.Strings[1] = "\\" + Zeros(1);  // the mask itself
+  slot.Strings[2] = Zeros(1);
+  EXPECT_TRUE(WriteLanguage(Language::GERMAN, Path("a")));
+  EXPECT_EQ(Bytes(Path("a")).substr(16), Word(4) + Hex("1d 00 00 00 00") + Zeros(2))
+      << "the tail of the longer file stays";
+  ReadLanguage(Language::GERMAN, Path("a"));
+  EXPECT_EQ(slot.Strings[1], Zeros(2));
+  EXPECT_EQ(slot.Strings[2], Zeros(4));
+}
+
+TEST_F(CoreLanguageTest, ReadsTheSamplesAndMakesThemOneByteLonger) {
+  CopySample("tr4");
+  const std::string path = Path("tr4/ITALIAN.DAT");
+  const std::string before = Bytes(path);
+  ReadLanguage(Language::ITALIAN, path);
+  const LanguageSlot& slot = Slot(Language::ITALIAN);
+  EXPECT_EQ(slot.Count1, 16);
+  EXPECT_EQ(slot.Count2, 42);
+  EXPECT_EQ(slot.Count3, 62);
+  EXPECT_EQ(slot.Strings[0].size(), static_cast<std::size_t>(slot.Offsets[1].value()));
+  EXPECT_TRUE(WriteLanguage(Language::ITALIAN, path));
+  std::string after = before + Zeros(1);
+  ++after[10];
+  EXPECT_EQ(Bytes(path), after);
+}
+
+TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
+  const std::string a = "A" + Zeros(1);
+  const std::string b = "bc" + Zeros(1);
+  MakeFile(Path("a"), SmallFile());
+  std::filesystem::create_directory(Path("folder"));
+  TRScript.NumLevels = 2;
+  TRScript.Levels.Redim(2);
+  TRScript.Levels[1].NameString = 1;
+  StringsMod.StringPool.Redim(2048);
+  struct Case {
+    const char* file;
+    Language language;
+    bool emptiesOffsets, namesFromPool;
+    int read, write;
+  };
+  for (const Case& c :
+       std::initializer_list<Case>{{"ENGLISH.DAT", Language::ENGLISH, true, false, 1, 8},
+                                   {"ITALIAN.DAT", Language::ITALIAN, true, false, 2, 9},
+                                   {"GERMAN.DAT", Language::GERMAN, false, false, 3, 10},
+                                   {"US.DAT", Language::US, false, true, 4, 11},
+                                   {"SPANISH.DAT", Language::SPANISH, false, true, 5, 12},
+                                   {"JAPAN.DAT", Language::JAPAN, false, true, 6, 13},
+                                   {"FRENCH.DAT", Language::FRENCH, false, false, 7, 14}}) {
+    SCOPED_TRACE(c.file);
+    Language found{};
+    EXPECT_TRUE(FindLanguage(c.file, found));
+    EXPECT_EQ(found, c.language);
+    LanguageSlot& slot = Slot(c.language);
+    EXPECT_FALSE(ReadLanguage(c.language, Path("folder")));
+    EXPECT_EQ(TakeTold(), "failed " + std::to_string(c.read));
+    EXPECT_FALSE(WriteLanguage(c.language, Path("folder")));
+    EXPECT_EQ(TakeTold(), "failed " + std::to_string(c.write));
+    EXPECT_EQ(slot.Loaded, 0);
+
+    slot.Offsets[7] = 5;
+    slot.Primary = kOn;
+    EXPECT_TRUE(ReadLanguage(c.language, Path("a")));
+    EXPECT_FALSE(Files.IsOpen(2));
+    EXPECT_EQ(slot.Offsets[7], c.emptiesOffsets ? 0 : 5);
+    EXPECT_EQ(TakeTold(), "read " + a + "read " + b + "read " + Zeros(2) + "levels level " +
+                              (c.namesFromPool ? "" : b));
+  }
+  Language none{};
+  EXPECT_FALSE(FindLanguage("DUTCH.DAT", none));
+
+  Slot(Language::US).Primary = kOff;
+  SetPrimaryLanguage(Language::US);
+  EXPECT_EQ(TakeTold(), "pool string " + a + "string " + b + "string " + Zeros(2));
+  EXPECT_EQ(StringsMod.StringPool.size(), 4097U);
+  EXPECT_EQ(StringsMod.StringPool[1], b);
+  EXPECT_EQ(Slot(Language::US).Primary, -1);
+  TRScript.Levels[1].NameString = 4;
+  EXPECT_FALSE(ReadLanguage(Language::ENGLISH, Path("a"))) << "a name outside the strings";
+  EXPECT_TRUE(TakeTold().ends_with("levels failed 1"));
+}
+
+TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
+  struct Case {
+    int counts[3];
+    bool loaded;
+    int total;
+  };
+  for (const Case& c : std::initializer_list<Case>{{{2049, 0, 0}, true, 2049},
+                                                   {{2000, 49, 1}, false, 2050},
+                                                   {{0, 0, 0}, true, 0},
+                                                   {{32767, 1, -1}, false, 0},
+                                                   {{32767, -32767, 2}, true, 2}}) {
+    Slot(Language::ENGLISH) = {};
+    MakeFile(Path("a"), Word(c.counts[0]) + Word(c.counts[1]) + Word(c.counts[2]) + Zeros(5000));
+    ReadLanguage(Language::ENGLISH, Path("a"));
+    EXPECT_EQ(TakeTold(), c.loaded ? "" : "failed 1") << c.counts[0];
+    EXPECT_EQ(Slot(Language::ENGLISH).Loaded, c.loaded ? -1 : 0);
+    EXPECT_EQ(Slot(Language::ENGLISH).Total, c.total);
+    EXPECT_EQ(Slot(Language::ENGLISH).Count3, c.counts[2]) << "the slot is as far as it got";
+    Files.CloseFiles();
+  }
+  EXPECT_EQ(Slot(Language::ENGLISH).Strings[1].size(), 4991U);
+}
+
+TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
+  LanguageSlot& slot = Slot(Language::ENGLISH);
+  slot.Total = 3;
+  slot.Count1 = slot.Count2 = slot.Count3 = 1;
+  slot.Strings.Redim(3);
+  struct Case {
+    std::size_t first, second, third;
+    int size;  ///< of the file that is left
+    bool written;
+  };
+  for (const Case& c :
+       std::initializer_list<Case>{{32000, 767, 32767, 12 + 6 + 65534, true},
+                                   {32000, 768, 1, 12 + 4, false},  // the third offset is 32768
+                                   {1, 32768, 1, 6, false}}) {      // the second size is
+    slot.Strings[0] = std::string(c.first, 'x');
+    slot.Strings[1] = std::string(c.second, 'x');
+    slot.Strings[2] = std::string(c.third, 'x');
+    std::filesystem::remove(Path("a"));
+    EXPECT_EQ(WriteLanguage(Language::ENGLISH, Path("a")), c.written);
+    EXPECT_EQ(TakeTold(), c.written ? "" : "failed 8");
+    EXPECT_EQ(Bytes(Path("a")).size(), static_cast<std::size_t>(c.size));
+    EXPECT_FALSE(Files.IsOpen(1));
+  }
+  slot = {};
+  slot.Strings.Redim(0);
+  slot.Offsets.Redim(0);
+  std::filesystem::remove(Path("a"));
+  EXPECT_TRUE(WriteLanguage(Language::ENGLISH, Path("a")));
+  EXPECT_EQ(Bytes(Path("a")), Zeros(14)) << "an empty slot has its first offset all the same";
+}
+
+TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
+  MakeFile(Path("german.dat"), SmallFile());
+  for (const Language language : {Language::ENGLISH, Language::JAPAN, Language::GERMAN}) {
+    ReadFoundLanguage(LanguageFileName(language), Path("german.dat"));
+    Files.CloseFiles();
+  }
+  EXPECT_TRUE(WriteLoadedLanguages(Path("").substr(0, Path("").size() - 1)));
+  EXPECT_TRUE(std::filesystem::exists(Path("german.dat")));
+  EXPECT_FALSE(std::filesystem::exists(Path("GERMAN.DAT")));
+  std::filesystem::remove(Path("ENGLISH.DAT"));
+  std::filesystem::remove(Path("JAPAN.DAT"));
+  std::filesystem::remove(Path("german.dat"));
+  std::filesystem::create_directory(Path("JAPAN.DAT"));
+  EXPECT_FALSE(WriteLoadedLanguages(Path("").substr(0, Path("").size() - 1)));
+  EXPECT_EQ(TakeTold(), "failed 13");
+  EXPECT_TRUE(std::filesystem::exists(Path("ENGLISH.DAT")));
+  EXPECT_FALSE(std::filesystem::exists(Path("GERMAN.DAT")));
+}
+
+TEST_F(CoreTest, ReadsTheInterfaceTable) {
+  const std::string magic = Hex("cd00cdcd");
+  struct Case {
+    std::string bytes;
+    std::string outcome;
+    int last;
+    const char* text;
+  };
+  for (const Case& c : std::initializer_list<Case>{
+           {magic + std::string("one\0\0two\0three", 14), "true", 3, "three"},
+           {magic + Zeros(4096) + std::string("end\0", 4), "true", 4096, "end"},
+           {magic + Zeros(4097) + "x", "subscript fault", 4096, ""},
+           {magic, "true", 0, ""},
+           {Hex("cd00cdcc") + "x", "false", 0, ""},
+           {"", "false", 0, ""}}) {
+    InterfaceTable = {};
+    MakeFile(Path("language.bin"), c.bytes);
+    EXPECT_EQ(Outcome(ReadInterfaceTable), c.outcome);
+    EXPECT_EQ(InterfaceTable[c.last], c.text);
+    Files.CloseAll();
+  }
+  InterfaceTable[0] = "kept ";
+  MakeFile(Path("language.bin"), magic + "more");
+  EXPECT_TRUE(ReadInterfaceTable());
+  EXPECT_EQ(InterfaceTable[0], "kept more");
+  InterfaceTable = {};
+}
+
+}  // namespace
+}  // namespace quillmark

@@ -1,0 +1,139 @@
+// Checked numbers, bounded arrays, file numbers and what the program asks of the file system.
+
+#include <filesystem>
+
+#include "platform/bounded_array.h"
+#include "platform/checked_integer.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "unit/core_fixture.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+using CorePlatformTest = CoreTest;
+
+constexpr const char* kSubscript = "subscript fault";
+constexpr const char* kOverflow = "overflow fault";
+constexpr const char* kFile = "file fault";
+
+TEST_F(CorePlatformTest, NumbersKeepToTheirRangeAtEveryStep) {
+  struct Case {
+    std::function<void()> step;
+    const char* outcome;
+  };
+  const Int16 highest = 32767;
+  const Int16 lowest = -32768;
+  Byte byte = 255;
+  Int16 word = 0;
+  for (const Case& c :
+       std::initializer_list<Case>{{[&] { word = highest + 0; }, "true"},
+                                   {[&] { word = highest + 1; }, kOverflow},
+                                   {[&] { word = lowest - 1; }, kOverflow},
+                                   {[&] { word = highest + 1 - 1; }, kOverflow},
+                                   {[&] { word = highest - lowest; }, kOverflow},
+                                   {[&] { word = Byte(0) - 1; }, "true"},
+                                   {[&] { ++byte; }, kOverflow},
+                                   {[&] { byte = word; }, kOverflow},  // holds -1
+                                   {[&] { byte -= 255; }, "true"},
+                                   {[&] { --byte; }, kOverflow},
+                                   {[&] { word = Int32(40000) - highest; }, "true"},
+                                   {[&] { word = Int32(40000); }, kOverflow},
+                                   {[&] { Int32(2147483647) + Byte(1); }, kOverflow}}) {
+    EXPECT_EQ(OutcomeOf(c.step), c.outcome);
+  }
+  EXPECT_EQ(word, 7233);
+  EXPECT_FALSE(IsOn(1));
+  EXPECT_TRUE(IsOn(-1));
+}
+
+TEST_F(CorePlatformTest, ArraysKeepToTheirBounds) {
+  FixedArray<int, 4> fixed;
+  DynamicArray<std::string> dynamic;
+  EXPECT_EQ(OutcomeOf([&] { dynamic[0] = "x"; }), kSubscript);
+  dynamic.Redim(Byte(1));
+  dynamic[1] = "x";
+  struct Case {
+    Int16 index;
+    const char* fixed;
+    const char* dynamic;
+  };
+  for (const Case& c : std::initializer_list<Case>{{-1, kSubscript, kSubscript},
+                                                   {0, "true", "true"},
+                                                   {1, "true", "true"},
+                                                   {2, "true", kSubscript},
+                                                   {3, "true", kSubscript},
+                                                   {4, kSubscript, kSubscript}}) {
+    EXPECT_EQ(OutcomeOf([&] { fixed[c.index] = 1; }), c.fixed) << c.index.value();
+    EXPECT_EQ(OutcomeOf([&] { dynamic[c.index] += "y"; }), c.dynamic) << c.index.value();
+  }
+  dynamic.RedimPreserve(2);
+  EXPECT_EQ(dynamic[1], "xy");
+  dynamic.Redim(1);
+  EXPECT_EQ(dynamic[1], "");
+}
+
+TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
+  MakeFile(Path("a"), Hex("ff fe 01000080 41 42 7f"));
+  Files.OpenBinary(4, Path("A"));
+  EXPECT_EQ(Files.ReadByte(4), 255);
+  Files.Seek(4, 0);
+  EXPECT_EQ(Files.ReadInt16(4), -257);
+  EXPECT_EQ(Files.ReadInt32(4), -2147483647);
+  EXPECT_EQ(Files.ReadText(4, 2), "AB");
+  EXPECT_FALSE(Files.EndOfFile(4));
+  EXPECT_EQ(Files.ReadInt32(4), 0x7f) << "its last three bytes lie behind the end";
+  EXPECT_TRUE(Files.EndOfFile(4));
+  EXPECT_EQ(Files.ReadText(4, 3), Zeros(3));
+  EXPECT_EQ(Files.Length(4), 9);
+  Files.CloseFiles();
+
+  Files.OpenBinary(6, Path("new"));
+  EXPECT_TRUE(fs::exists(Path("new"))) << "made at once";
+  Files.WriteInt32(6, -2);
+  Files.Seek(6, 6);
+  Files.WriteInt16(6, 0x1234);
+  Files.Seek(6, 0);
+  Files.WriteByte(6, 7);
+  EXPECT_EQ(Bytes(Path("new")).size(), 0U);
+  Files.Flush(6);
+  EXPECT_EQ(Bytes(Path("new")), Hex("07ffffff 0000 3412"));
+  Files.CloseFiles();
+  EXPECT_TRUE(Files.IsOpen(6)) << "the log's number stays";
+}
+
+TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
+  MakeFile(Path("a"), "x, \"y,z\" ,\r\nlast");
+  Files.OpenInput(5, Path("a"));
+  for (const char* field : {"x", "y,z", "", "last"}) EXPECT_EQ(Files.ReadField(5), field);
+  EXPECT_TRUE(Files.EndOfFile(5));
+  fs::create_directory(Path("folder"));
+  for (const std::function<void()>& wrong : std::initializer_list<std::function<void()>>{
+           [] { Files.ReadField(5); }, [] { Files.ReadByte(5); }, [] { Files.ReadByte(1); },
+           [] { Files.IsOpen(0); }, [] { Files.IsOpen(11); },
+           [&] { Files.OpenBinary(5, Path("b")); }, [&] { Files.OpenBinary(1, Path("folder")); },
+           [&] { Files.OpenBinary(1, Path("none/b")); }, [&] { Files.OpenInput(1, Path("none")); },
+           [&] { DeleteFile(Path("A")); }, [&] { DeleteFile(Path("none")); },
+           [&] { DeleteFile(Path("folder")); }}) {
+    EXPECT_EQ(OutcomeOf(wrong), kFile);
+  }
+  Files.Close(5);
+  DeleteFile(Path("A"));
+  EXPECT_FALSE(fs::exists(Path("a")));
+}
+
+TEST_F(CorePlatformTest, PathsAreFoundInAnyLetterCase) {
+  EXPECT_EQ(GetPath("c:\\games\\tr4\\SCRIPT.DAT"), "c:\\games\\tr4");
+  EXPECT_EQ(GetPath("SCRIPT.DAT"), "");
+  EXPECT_EQ(FileNameOf("a\\b.DAT"), "b.DAT");
+  MakeFile(Path("us.Dat"), "one");
+  EXPECT_EQ(FindFile(Path("US.DAT")), "us.Dat");
+  EXPECT_EQ(FileLength(Path("US.DAT")), 3);
+  EXPECT_EQ(FindFile(Path("UT.DAT")), "");
+  MakeFile(Path("US.DAT"), "exact");
+  EXPECT_EQ(FindFile(Path("US.DAT")), "US.DAT");
+}
+
+}  // namespace
+}  // namespace quillmark

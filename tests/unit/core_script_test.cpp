@@ -1,0 +1,322 @@
+// Loading and saving whole scripts: the head, the offsets, what gets lost, what troubles leave
+// behind.
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/script_dat.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "unit/core_fixture.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+using CoreScriptTest = CoreTest;
+
+std::string Saving(const std::string& path) {
+  return Outcome([&] { return SaveScript(path); });
+}
+
+std::string Loading(const std::string& path, std::uint8_t game) {
+  return Outcome([&] { return Load(path, game); });
+}
+
+TEST_F(CoreScriptTest, ReadsTheHeadOfTheTr4Sample) {
+  std::string order;
+  LoadCallbacks callbacks;
+  callbacks.chooseGame = [&] {
+    order += "choose ";
+    TRScript.ScriptKind = kTr4;
+  };
+  callbacks.headRead = [&] { order += "head "; };
+  callbacks.fileNameRead = [&](const std::string& name) { order += name.substr(5, 1); };
+  callbacks.languageNameRead = [&](const std::string& name) { order += name.substr(0, 1); };
+  callbacks.languageFound = [&](std::string_view name, const std::string&) {
+    order += " " + std::string(name);
+  };
+  callbacks.loaded = [&] { order += " loaded"; };
+  ASSERT_TRUE(LoadScript(CopySample("tr4"), callbacks));
+  EXPECT_EQ(order, "choose head TBGRCSOKCLAEEFGISUJD ITALIAN.DAT ENGLISH.DAT GERMAN.DAT loaded");
+  EXPECT_EQ(TRScript.ScriptFlags, 14);
+  EXPECT_EQ(TRScript.ScriptFrameRate, 300);
+  EXPECT_EQ(TRScript.ScriptSecurity, 0x55);
+  EXPECT_EQ(TRScript.NumLevels, 12);
+  EXPECT_EQ(TRScript.NumFileNames, 12);
+  EXPECT_EQ(TRScript.FileNamesSize, 0x89);
+  EXPECT_EQ(TRScript.ScriptDataSize, 0x640);
+  EXPECT_EQ(TRScript.PsxFmvExt, ".FMV" + Zeros(1));
+  EXPECT_EQ(TRScript.PcFmvExt, ".BIK" + Zeros(1));
+  EXPECT_EQ(TRScript.FileNameOffsets[2], 0x17);
+  EXPECT_EQ(TRScript.FileNames[11], "DATA\\EBB" + Zeros(1));
+  EXPECT_EQ(TRScript.LevelOffsets[11], 0x5d8);
+  EXPECT_EQ(TRScript.LanguageNames[7], "DUTCH.DAT" + Zeros(1));
+  EXPECT_EQ(TRScript.Levels.size(), 13U);
+}
+
+TEST_F(CoreScriptTest, SavesBothSamplesByteForByteAndTwiceTheSame) {
+  for (const std::uint8_t game : {kTr4, kTr5}) {
+    const std::string path = CopySample(game == kTr4 ? "tr4" : "tr5");
+    const std::string before = Bytes(path);
+    TRScript = {};
+    ASSERT_TRUE(Load(path, game));
+    for (int time = 0; time < 2; ++time) {
+      EXPECT_EQ(Saving(path), "true");
+      EXPECT_EQ(Bytes(path), before);
+    }
+    const std::string last = before.substr(before.find("ENGLISH.DAT") - 7, 7);
+    const std::string stream = Bytes(Path("scriptdata.tmp"));
+    EXPECT_EQ(stream.substr(stream.size() - 7), last) << "the last level's stream stays";
+  }
+}
+
+TEST_F(CoreScriptTest, GivesADefinedResultForEveryTruncation) {
+  for (const std::uint8_t game : {kTr4, kTr5}) {
+    const std::string path = CopySample(game == kTr4 ? "tr4" : "tr5");
+    const std::string whole = Bytes(path);
+    ASSERT_TRUE(Load(path, game));
+    const std::size_t block =
+        whole.find("ENGLISH.DAT") - static_cast<std::size_t>(TRScript.ScriptDataSize.value());
+    std::vector<std::size_t> starts;
+    for (int i = 0; i < TRScript.NumLevels; ++i) {
+      starts.push_back(block + static_cast<std::size_t>(TRScript.LevelOffsets[i].value()));
+    }
+    starts.push_back(whole.find("ENGLISH.DAT"));
+
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+      MakeFile(Path("cut"), whole.substr(0, size));
+      TRScript.LanguageNames = {};
+      for (LevelRawEntry& raw : TRScript.LevelRaw) raw.Length = 0;
+      Files.CloseAll();
+      const std::string outcome = Loading(Path("cut"), game);
+      if (size < block) continue;  // the tables are cut: whatever it is, it is one of the outcomes
+      // A level ends amiss where its closing element has begun and the byte behind it is missing.
+      std::string expected = "true";
+      for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+        const std::size_t closing = starts[i + 1] - (i == 0 ? 6 : 7);
+        if (size > closing && size < starts[i + 1]) expected = "missing end";
+      }
+      EXPECT_EQ(outcome, expected) << size;
+      if (size < starts.back()) continue;
+      const std::string rest = whole.substr(starts.back(), size - starts.back());
+      std::string names;
+      for (int i = 0; i < 8; ++i) names += TRScript.LanguageNames[i];
+      EXPECT_EQ(names, rest + Zeros(8U - static_cast<std::size_t>(std::ranges::count(rest, '\0'))));
+    }
+  }
+}
+
+TEST_F(CoreScriptTest, RefusesAndFaultsByTheHeadAndTheOffsets) {
+  const std::string good = ScriptBytes({kClose, kClose});
+  struct Case {
+    std::size_t offset;
+    const char* bytes;
+    const char* outcome;
+  };
+  const std::size_t names = 56;
+  const std::size_t levels = names + 2 + 3;
+  for (const Case& c : std::initializer_list<Case>{
+           {0, "00", "true"},
+           {2, "0100", "false"},
+           {names, "0080", "overflow fault"},       // 3 - -32768
+           {names, "0380", "overflow fault"},       // 3 - -32765 is 32768
+           {names, "0680", "true"},                 // 3 - -32762 - 1 is 32764: zeros
+           {levels, "0080", "overflow fault"},      // 7 - 1 - -32768
+           {levels + 2, "0080", "overflow fault"},  // -32768 - 1
+           {levels + 2, "0180", "overflow fault"},  // -32767 - 1 is the last that fits
+           {levels + 2, "0280", "overflow fault"},  // 14 - -32766
+           {levels + 2, "ffff", "true"},            // -1 - 1: nothing is read
+           {levels + 2, "0000", "true"}}) {
+    std::string bytes = good;
+    const std::string patch = Hex(c.bytes);
+    bytes.replace(c.offset, patch.size(), patch);
+    MakeFile(Path("one"), bytes);
+    TRScript = {};
+    EXPECT_EQ(Loading(Path("one"), kTr5), c.outcome) << c.offset << " " << c.bytes;
+    EXPECT_EQ(Files.IsOpen(1), std::string_view(c.outcome) != "true");
+    if (std::string_view(c.outcome) == "false") {
+      EXPECT_EQ(TRScript.NumLevels, 0);
+    }
+  }
+  EXPECT_EQ(Loading(Path(""), kTr5), "file fault") << "a folder";
+}
+
+TEST_F(CoreScriptTest, StartsTheNextLevelWhereTheParserStopped) {
+  // The first level's offset claims three bytes more than the parser takes.
+  MakeFile(Path("one"),
+           ScriptBytes({Hex("82 0000 00 07 83") + Hex("84 01 84"), Hex("02") + kClose}));
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  EXPECT_EQ(TRScript.Levels[1].Cut, 2);
+  EXPECT_EQ(TRScript.LevelRaw[1].Length, 2);
+}
+
+TEST_F(CoreScriptTest, KeepsWhatALoadBeforeHasLeft) {
+  MakeFile(Path("one"), ScriptBytes({kClose, Hex("80 01") + kClose}));
+  for (int load = 1; load <= 2; ++load) {
+    ASSERT_TRUE(Load(Path("one"), kTr5));
+    EXPECT_EQ(TRScript.LanguageNames[3], Repeated(std::string("X\0", 2), load));
+    EXPECT_EQ(TRScript.LevelRaw[1].Length, load);
+  }
+  EXPECT_EQ(Saving(Path("one")), "true");
+  const std::string bytes = Bytes(Path("one"));
+  EXPECT_EQ(bytes.substr(bytes.size() - 32), Repeated(std::string("X\0", 2), 16));
+}
+
+TEST_F(CoreScriptTest, LosesWhatNoSaveWrites) {
+  // Reserved bytes, the title's place, order, doubles, unknown bytes, mips, a tail.
+  std::string bytes = ScriptBytes(
+      {Hex("80 01 82 4400 05 07 83"), Hex("07 80 01 90 b7 89 01020304 80 02 82 4400 05 07 83")});
+  bytes[11] = 'r';
+  bytes.replace(31, 5, "four!");
+  bytes.replace(51, 5, "eight");
+  bytes += "tail";
+  MakeFile(Path("one"), bytes);
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  EXPECT_EQ(TRScript.ExtReserved, "eight");
+  EXPECT_EQ(TRScript.Levels[1].Mips[0].Low, 8);
+  TRScript.ScriptFlagsHigh = 7;
+  ASSERT_EQ(Saving(Path("one")), "true");
+  EXPECT_EQ(Bytes(Path("one")), ScriptBytes({Hex("80 01 82 4400 00 07 83"),
+                                             Hex("80 02 89 01020304 81 00 4400 05 07 83")}));
+}
+
+TEST_F(CoreScriptTest, WritesAnOffsetEvenWithoutAFileName) {
+  MakeFile(Path("one"), ScriptBytes({kClose}));
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  TRScript.NumFileNames = 0;
+  TRScript.PcLevelExt = "TR4";  // an extension without its dot and its filling
+  ASSERT_EQ(Saving(Path("one")), "true");
+  EXPECT_EQ(Bytes(Path("one")).substr(10, 54), Hex("00 00 0000 0600") + Zeros(20) + "TR4" +
+                                                   Zeros(17) + Word(0) + Word(0) +
+                                                   Hex("82 0000 00"));
+}
+
+TEST_F(CoreScriptTest, RebuildsTheGroupsFromTheFlatList) {
+  MakeFile(Path("one"), ScriptBytes({kClose, "\x92" + Zeros(14) + kClose}));
+  LevelRecord level;
+  const auto save = [&](int count, int kind) {
+    EXPECT_TRUE(Load(Path("one"), kTr5));
+    TRScript.Levels[1].ObjectCount = count;
+    for (int i = 0; i < std::min(count, 145); ++i) {
+      TRScript.Levels[1].Objects[i].Kind = kind;
+      TRScript.Levels[1].Objects[i].Id = i % 8 + 1;
+    }
+    const std::string outcome = Saving(Path("one"));
+    level = TRScript.Levels[1];
+    return outcome;
+  };
+  EXPECT_EQ(save(0, 0), "true");
+  EXPECT_EQ(level.KeyCount, 0);
+  EXPECT_EQ(save(13, 1), "true");
+  EXPECT_EQ(level.KeyCount, 13);
+  EXPECT_EQ(level.Keys[12].Id, 5);
+  EXPECT_EQ(save(145, 7), "true");
+  EXPECT_EQ(level.KeyCount, 0) << "entries without a kind are passed over";
+  EXPECT_EQ(save(4, 6), "true");
+  const std::string before = Bytes(Path("one"));
+  for (const auto& [count, kind] : {std::pair(14, 0), {14, 5}, {5, 6}, {146, 7}}) {
+    EXPECT_EQ(save(count, kind), "subscript fault") << count << " of kind " << kind;
+    EXPECT_EQ(Bytes(Path("one")), before) << "the old file is still there";
+  }
+}
+
+TEST_F(CoreScriptTest, ReachesTheLimitsOf16Bits) {
+  MakeFile(Path("one"), ScriptBytes({kClose}));
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  TRScript.NumFileNames = 255;
+  TRScript.FileNames.Redim(255);
+  for (int i = 0; i < 255; ++i) TRScript.FileNames[i] = std::string(128, 'n');
+  TRScript.FileNames[254] = std::string(255, 'n');
+  EXPECT_EQ(Saving(Path("one")), "true");
+  EXPECT_EQ(TRScript.FileNamesSize, 32767);
+  EXPECT_EQ(TRScript.FileNameOffsets[254], 254 * 128);
+  TRScript.FileNames[0] += 'n';
+  EXPECT_EQ(Saving(Path("one")), "overflow fault");
+  EXPECT_EQ(Bytes(Path("one")).size(), 12U) << "the head up to the size that does not fit";
+  EXPECT_TRUE(Files.IsOpen(1));
+  EXPECT_EQ(Saving(Path("one")), "file fault") << "an open file is not deleted";
+  EXPECT_EQ(Bytes(Path("one")).size(), 12U);
+}
+
+TEST_F(CoreScriptTest, Holds255LevelsOf32767Bytes) {
+  MakeFile(Path("one"), ScriptBytes({kClose}));
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  TRScript.NumLevels = 255;
+  TRScript.Levels.Redim(255);
+  for (int i = 1; i < 255; ++i) {
+    TRScript.Levels[i].CutCount = i <= 250 ? 61 : 60;
+    for (CutEntry& cut : TRScript.Levels[i].Cuts) cut.Type = 1;
+  }
+  LevelRecord& last = TRScript.Levels[254];
+  last.Tr5ListACount = 1;
+  // The closing pairs, the cuts and one word: 6 + 254 x 7 + (254 x 60 + 250) x 2 + 3.
+  ASSERT_EQ(Saving(Path("one")), "true");
+  EXPECT_EQ(TRScript.ScriptDataSize, 32767);
+  EXPECT_EQ(TRScript.LevelOffsets[255], 32767);
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  EXPECT_EQ(TRScript.Levels[254].CutCount, 60);
+
+  --TRScript.Levels[254].CutCount;
+  ++TRScript.Levels[254].Tr5ListACount;
+  EXPECT_EQ(Saving(Path("one")), "overflow fault");
+  EXPECT_EQ(Bytes(Path("one")).size(), 56U + 2 + 3 + 254 * 2) << "all offsets but the last";
+  EXPECT_EQ(Bytes(Path("one")).substr(14, 2), Word(0));
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")).size(), 7U + 59 * 2 + 2 * 3);
+  EXPECT_FALSE(Files.IsOpen(3));
+}
+
+TEST_F(CoreScriptTest, LeavesTheFaultsLastStreamBehind) {
+  MakeFile(Path("one"), ScriptBytes({kClose, kClose, kClose}));
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  TRScript.Levels[1].Tr5ListACount = 33;
+  TRScript.Levels[1].CutCount = 101;
+  EXPECT_EQ(Saving(Path("one")), "subscript fault");
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")).size(), 100U) << "a cut without a type has no opcode";
+  EXPECT_TRUE(Files.IsOpen(3));
+  EXPECT_EQ(Bytes(Path("one")).size(), 56U + 2 + 3 + 2) << "one offset, no stream";
+}
+
+TEST_F(CoreScriptTest, NeedsATargetThatCanBeReplaced) {
+  MakeFile(Path("one"), ScriptBytes({kClose}));
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  EXPECT_EQ(Saving(Path("none")), "file fault");
+  EXPECT_FALSE(fs::exists(Path("none")));
+  fs::create_directory(Path("folder"));
+  EXPECT_EQ(Saving(Path("folder")), "file fault");
+  EXPECT_TRUE(fs::is_directory(Path("folder")));
+
+  fs::create_directory(Path("scriptdata.tmp"));
+  EXPECT_EQ(Saving(Path("one")), "file fault") << "no stream can be built";
+  EXPECT_EQ(Bytes(Path("one")).size(), 56U + 2 + 3) << "and the old script is gone";
+}
+
+TEST_F(CoreScriptTest, KeepsTheLetterCaseOnDisk) {
+  MakeFile(Path("Script.dat"), ScriptBytes({kClose}));
+  MakeFile(Path("german.Dat"), Zeros(12));
+  ASSERT_TRUE(Load(Path("SCRIPT.DAT"), kTr5));
+  std::string found;
+  ReadLanguagesIn(GetPath(Path("SCRIPT.DAT")), [&](std::string_view name, const std::string& path) {
+    found += std::string(name) + " " + FileNameOf(path);
+  });
+  EXPECT_EQ(found, "GERMAN.DAT german.Dat");
+  EXPECT_EQ(Saving(Path("SCRIPT.DAT")), "true");
+  EXPECT_TRUE(fs::exists(Path("Script.dat")));
+  EXPECT_FALSE(fs::exists(Path("SCRIPT.DAT")));
+}
+
+TEST_F(CoreScriptTest, DiscardsTheOldScriptIntoTheTrash) {
+  MakeFile(Path("one"), ScriptBytes({kClose}));
+  ASSERT_TRUE(Load(Path("one"), kTr5));
+  SetTrash([&](const std::string& path) {
+    fs::rename(path, Path("trashed"));
+    return true;
+  });
+  EXPECT_EQ(Saving(Path("one")), "true");
+  SetTrash({});
+  EXPECT_TRUE(fs::exists(Path("one")));
+  EXPECT_EQ(Bytes(Path("trashed")), ScriptBytes({kClose}));
+}
+
+}  // namespace
+}  // namespace quillmark

@@ -1,0 +1,346 @@
+// The level streams of both games, against bytes that were worked out by hand.
+
+#include <filesystem>
+
+#include "core/level_stream.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "tools/listing.h"
+#include "unit/core_fixture.h"
+
+namespace quillmark {
+namespace {
+
+using CoreStreamTest = CoreTest;
+
+/// Operands of an object: its string and six parameters.
+const std::string kObject = Hex("3412 0100 ffff 0080 ff7f 0000 0600");
+
+std::string Opcode(int opcode) { return std::string(1, static_cast<char>(opcode)); }
+
+/// The bytes of the whole element that begins with `opcode`; 1 for what is no opcode of the game.
+int ElementLength(std::uint8_t game, int opcode) {
+  struct Range {
+    int first, last, tr4, tr5;
+  };
+  static constexpr Range ranges[] = {
+      {0x80, 0x80, 2, 2},  {0x84, 0x88, 2, 2},   {0x89, 0x8a, 5, 5},  {0x8b, 0x8b, 2, 2},
+      {0x8c, 0x8c, 2, 1},  {0x8d, 0x8d, 10, 1},  {0x8e, 0x8e, 6, 1},  {0x8f, 0x8f, 4, 1},
+      {0x90, 0x90, 2, 2},  {0x91, 0x91, 26, 1},  {0x92, 0x92, 2, 15}, {0x93, 0x99, 15, 15},
+      {0x9a, 0x9d, 15, 1}, {0x9e, 0xa5, 15, 15}, {0xa6, 0xa9, 15, 1}, {0xaa, 0xad, 15, 15},
+      {0xae, 0xc0, 15, 1}, {0xc1, 0xd0, 15, 15}, {0xd1, 0xd8, 15, 1}, {0xd9, 0xd9, 15, 3},
+      {0xda, 0xda, 1, 3}};
+  for (const Range& range : ranges) {
+    if (opcode >= range.first && opcode <= range.last) return game == kTr4 ? range.tr4 : range.tr5;
+  }
+  return 1;
+}
+
+TEST_F(CoreStreamTest, EveryByteTakesItsOperandsAndComesBackAsItself) {
+  for (const std::uint8_t game : {kTr4, kTr5}) {
+    for (int opcode = 0; opcode < 256; ++opcode) {
+      if (opcode == 0x81 || opcode == 0x82) continue;
+      SCOPED_TRACE(testing::Message() << "game " << int{game} << " opcode " << opcode);
+      const int length = ElementLength(game, opcode);
+      const std::string element =
+          Opcode(opcode) + std::string(static_cast<std::size_t>(length - 1), '\x01');
+      Parse(game, element + kClose);
+      EXPECT_EQ(TRScript.LevelRaw[1].Length, 1);
+      EXPECT_EQ(TRScript.LevelRaw[1].Bytes[0], opcode);
+      EXPECT_EQ(Files.Position(1), Files.Length(1));
+
+      std::string written = length == 1 || opcode == 0x90 ? "" : element;
+      if (game == kTr5 && opcode >= 0xc9 && opcode <= 0xd0) written.erase(0, 1);
+      if (game == kTr4 && opcode != 0x91 && opcode != 0x92) written += kCamera;
+      if (game == kTr4 && opcode == 0x92) written = kCamera + element;
+      EXPECT_EQ(Build(game, 1), written + kClose);
+    }
+  }
+}
+
+TEST_F(CoreStreamTest, ObjectOpcodesNameTheirIdAndCombo) {
+  struct Case {
+    std::uint8_t game;
+    int opcode;
+    ObjectKind kind;
+    int id, combo;
+  };
+  using enum ObjectKind;
+  for (const Case& c : std::initializer_list<Case>{
+           {kTr4, 0x93, Key, 1, 0},         {kTr4, 0x9e, Key, 12, 0},
+           {kTr4, 0x9f, Puzzle, 1, 0},      {kTr4, 0xaa, Puzzle, 12, 0},
+           {kTr4, 0xab, Pickup, 1, 0},      {kTr4, 0xae, Pickup, 4, 0},
+           {kTr4, 0xaf, Examine, 1, 0},     {kTr4, 0xb1, Examine, 3, 0},
+           {kTr4, 0xb2, KeyCombo, 1, 1},    {kTr4, 0xc1, KeyCombo, 8, 2},
+           {kTr4, 0xc2, PuzzleCombo, 1, 1}, {kTr4, 0xc3, PuzzleCombo, 1, 2},
+           {kTr4, 0xd1, PuzzleCombo, 8, 2}, {kTr4, 0xd2, PickupCombo, 1, 1},
+           {kTr4, 0xd9, PickupCombo, 4, 2}, {kTr5, 0x92, Key, 1, 0},
+           {kTr5, 0x99, Key, 8, 0},         {kTr5, 0x9e, Puzzle, 1, 0},
+           {kTr5, 0xa5, Puzzle, 8, 0},      {kTr5, 0xaa, Pickup, 1, 0},
+           {kTr5, 0xad, Pickup, 4, 0},      {kTr5, 0xc1, PuzzleCombo, 1, 1},
+           {kTr5, 0xc8, PuzzleCombo, 4, 2}, {kTr5, 0xd0, PuzzleCombo, 8, 2}}) {
+    SCOPED_TRACE(testing::Message() << "game " << int{c.game} << " opcode " << c.opcode);
+    MakeFile(Path("one"), ScriptBytes({Opcode(c.opcode) + kObject + kClose}));
+    ASSERT_TRUE(Load(Path("one"), c.game));
+    const LevelRecord& level = TRScript.Levels[0];
+    ASSERT_EQ(level.ObjectCount, 1);
+    const LevelObject& object = level.Objects[0];
+    EXPECT_EQ(object.Kind, static_cast<int>(c.kind));
+    EXPECT_EQ(object.Id, c.id);
+    EXPECT_EQ(object.Combo, c.combo);
+    EXPECT_EQ(object.StringId, 0x1234);
+    EXPECT_EQ(Numbers(object.Params), (std::vector<int>{1, -1, -32768, 32767, 0, 6}));
+  }
+}
+
+/// One level of the model as it is listed, without its quotes.
+std::string Listed(int level) {
+  std::string text = JsonLine(ListScript()["Levels"][static_cast<std::size_t>(level)]);
+  std::erase(text, '"');
+  return text;
+}
+
+constexpr const char* kTr4Level =
+    "{PuzzleCount:3,Puzzles:[{Params:[-8,800,-16384,0,16384,8],Id:2,StringId:73},"
+    "{Params:[4,832,0,-32768,0,10],Id:2,StringId:73},{Params:[0,768,16384,0,-32768,2],Id:3,"
+    "StringId:74}],KeyCount:2,Keys:[{Params:[0,768,16384,0,-32768,2],Id:2,StringId:59},"
+    "{Params:[8,640,0,8192,0,2],Id:3,StringId:60}],PuzzleComboCount:0,PuzzleCombos:[],"
+    "KeyComboCount:0,KeyCombos:[],PickupCount:1,Pickups:[{Params:[8,640,0,8192,0,2],Id:1,"
+    "StringId:113}],PickupComboCount:0,PickupCombos:[],ExamineCount:0,Examines:[],Fmv:0,Cut:5,"
+    "CutCount:0,Cuts:[],ResetHub:0,Layer1On:-1,Layer2On:-1,Layer1:[120,96,64,7],"
+    "Layer2:[88,80,96,14],LensFlareOn:-1,LensFlarePos:[-20480,-8192,30720],"
+    "LensFlareColour:[255,224,160],MirrorRoom:0,MirrorValue:0,MirrorOn:0,"
+    "Camera:[40960,-2048,61440,43008,-1536,60416],CameraRoom:27,NameString:2,LevelFlags:2588,"
+    "FileNameIndex:2,AudioTrack:111,MipCount:0,Mips:[{Low:0,High:0}],UVRotate:0,UVRotateOn:0,"
+    "LegendOn:0,Legend:0,Fog:[0,0,0],FogOn:0,ObjectCount:6,"
+    "Objects:[{Kind:0,Id:2,StringId:73,Combo:0,Params:[-8,800,-16384,0,16384,8]},"
+    "{Kind:0,Id:2,StringId:73,Combo:0,Params:[4,832,0,-32768,0,10]},"
+    "{Kind:0,Id:3,StringId:74,Combo:0,Params:[0,768,16384,0,-32768,2]},"
+    "{Kind:1,Id:2,StringId:59,Combo:0,Params:[0,768,16384,0,-32768,2]},"
+    "{Kind:1,Id:3,StringId:60,Combo:0,Params:[8,640,0,8192,0,2]},"
+    "{Kind:2,Id:1,StringId:113,Combo:0,Params:[8,640,0,8192,0,2]}],Tr5ListA:[],Tr5ListACount:0,"
+    "Tr5ListB:[],Tr5ListBCount:0,LevelRaw:{Length:11,Bytes:9495a0a0a1ab898a848d91}}";
+
+constexpr const char* kTr5Level =
+    "{PuzzleCount:0,Puzzles:[],KeyCount:0,Keys:[],PuzzleComboCount:0,PuzzleCombos:[],"
+    "KeyComboCount:0,KeyCombos:[],PickupCount:0,Pickups:[],PickupComboCount:0,PickupCombos:[],"
+    "ExamineCount:0,Examines:[],Fmv:0,Cut:0,CutCount:0,Cuts:[],ResetHub:0,Layer1On:-1,Layer2On:0,"
+    "Layer1:[160,176,208,5],Layer2:[0,0,0,0],LensFlareOn:0,LensFlarePos:[0,0,0],"
+    "LensFlareColour:[0,0,0],MirrorRoom:0,MirrorValue:0,MirrorOn:0,Camera:[0,0,0,0,0,0],"
+    "CameraRoom:0,NameString:0,LevelFlags:12,FileNameIndex:0,AudioTrack:2,MipCount:0,"
+    "Mips:[{Low:0,High:0}],UVRotate:4,UVRotateOn:-1,LegendOn:0,Legend:0,Fog:[0,0,0],FogOn:0,"
+    "ObjectCount:0,Objects:[],Tr5ListA:[3,17],Tr5ListACount:2,Tr5ListB:[],Tr5ListBCount:0,"
+    "LevelRaw:{Length:4,Bytes:8b89d9d9}}";
+
+TEST_F(CoreStreamTest, ReadsWholeLevelsOfTheSamples) {
+  ASSERT_TRUE(Load(CopySample("tr4"), kTr4));
+  EXPECT_EQ(Listed(2), kTr4Level);
+  EXPECT_EQ(TRScript.Levels[5].MirrorRoom, 0x25);
+  EXPECT_EQ(TRScript.Levels[5].MirrorValue, 0x800);
+
+  TRScript = {};
+  ASSERT_TRUE(Load(CopySample("tr5"), kTr5));
+  EXPECT_EQ(Listed(0), kTr5Level);
+  const LevelRecord& level = TRScript.Levels[3];
+  EXPECT_EQ(level.PuzzleComboCount, 2);
+  EXPECT_EQ(level.PuzzleCombos[1].Id, 4);
+  EXPECT_EQ(level.PuzzleCombos[1].Combo, 2);
+  EXPECT_EQ(level.Tr5ListA[0], 30000);
+  EXPECT_EQ(level.Tr5ListB[2], -32768);
+}
+
+TEST_F(CoreStreamTest, ReadsMipsByTheirHexadecimalText) {
+  struct Case {
+    const char* operand;
+    int low, high;
+  };
+  for (const Case& c : std::initializer_list<Case>{
+           {"00", 1, 0}, {"05", 6, 5}, {"0c", 13, 0}, {"1f", 16, 1}, {"b7", 8, 0}, {"99", 10, 9}}) {
+    const LevelRecord& level = Parse(kTr4, Hex("90 77 90") + Hex(c.operand) + kClose);
+    EXPECT_EQ(level.Mips[0].Low, c.low) << c.operand;
+    EXPECT_EQ(level.Mips[0].High, c.high) << c.operand;
+    EXPECT_EQ(level.MipCount, 0);
+  }
+}
+
+TEST_F(CoreStreamTest, EndsOnlyWithAClosingPair) {
+  EXPECT_EQ(OutcomeOf([&] { Parse(kTr4, Hex("81 05 4400 02 6e 00")); }), "missing end");
+  EXPECT_EQ(TRScript.Levels[1].AudioTrack, 0x6e) << "the operands are in the record by then";
+  EXPECT_EQ(OutcomeOf([&] { Parse(kTr5, Hex("82 0100 00 07")); }), "missing end");
+
+  const LevelRecord& level = Parse(kTr4, Hex("83 82 44c0 02 6e 83 84 01"));
+  EXPECT_EQ(level.LevelFlags, -16316);
+  EXPECT_EQ(level.NameString, 0);
+  EXPECT_EQ(level.Cut, 0) << "what stands behind the pair is not read";
+  EXPECT_EQ(TRScript.LevelRaw[1].Length, 1);
+
+  Parse(kTr4, Hex("01 02 03 04 05"));
+  EXPECT_EQ(TRScript.LevelRaw[1].Length, 4) << "as many elements as the length tells";
+  EXPECT_EQ(Files.Position(1), 4);
+}
+
+TEST_F(CoreStreamTest, FaultsWhereAListIsFullWithNothingStored) {
+  struct Case {
+    std::uint8_t game;
+    int opcode, places;
+    Byte LevelRecord::*count;
+  };
+  for (const Case& c : std::initializer_list<Case>{{kTr4, 0x93, 13, &LevelRecord::KeyCount},
+                                                   {kTr4, 0x9f, 13, &LevelRecord::PuzzleCount},
+                                                   {kTr4, 0xab, 13, &LevelRecord::PickupCount},
+                                                   {kTr4, 0xaf, 4, &LevelRecord::ExamineCount},
+                                                   {kTr4, 0xb2, 13, &LevelRecord::KeyComboCount},
+                                                   {kTr4, 0xc2, 13, &LevelRecord::PuzzleComboCount},
+                                                   {kTr4, 0xd2, 13, &LevelRecord::PickupComboCount},
+                                                   {kTr4, 0x85, 100, &LevelRecord::CutCount},
+                                                   {kTr5, 0xc1, 13, &LevelRecord::PuzzleComboCount},
+                                                   {kTr5, 0xd9, 33, &LevelRecord::Tr5ListACount},
+                                                   {kTr5, 0xda, 33, &LevelRecord::Tr5ListBCount}}) {
+    SCOPED_TRACE(c.opcode);
+    const int length = ElementLength(c.game, c.opcode);
+    const std::string element = Opcode(c.opcode) + Zeros(static_cast<std::size_t>(length - 1));
+    const std::string full = Repeated(element, c.places);
+    EXPECT_EQ(Parse(c.game, full + kClose).*c.count, c.places);
+    EXPECT_EQ(OutcomeOf([&] { Parse(c.game, full + element + kClose); }), "subscript fault");
+    EXPECT_EQ(TRScript.Levels[1].*c.count, c.places);
+    EXPECT_EQ(Files.Position(1), c.places * length + 1) << "no operand is read";
+  }
+}
+
+TEST_F(CoreStreamTest, RecordsUpTo1025Elements) {
+  const std::string fmv = Hex("80 09");
+  Parse(kTr5, Repeated(fmv, 1024) + Hex("80 07") + kClose);
+  EXPECT_EQ(TRScript.LevelRaw[1].Length, 1025);
+  EXPECT_EQ(OutcomeOf([&] { Parse(kTr5, Repeated(fmv, 1025) + Hex("80 07") + kClose); }),
+            "subscript fault");
+  EXPECT_EQ(TRScript.LevelRaw[1].Length, 1026) << "raised one element too early";
+  EXPECT_EQ(TRScript.Levels[1].Fmv, 7) << "the operand is in the record";
+}
+
+TEST_F(CoreStreamTest, BuildsElementsInTheirOrderAndByTheirConditions) {
+  const std::string disordered =
+      Hex("92 01 8e 02 00080000 8f 01 02 03 8d 0100 0200 0300 04 05 06 88 04 85 01 84 00 8c 09"
+          "8a 05 06 07 08 89 01 02 03 04 8b 00 8b 05 80 81") +
+      "\xd3" + kObject + "\xc2" + kObject + "\xb2" + kObject + "\xb1" + kObject + "\xae" + kObject +
+      "\xaa" + kObject + "\x94" + kObject + "\x93" + kObject + kClose;
+  const std::string ordered = "\x94" + kObject + "\x93" + kObject + "\xaa" + kObject + "\xae" +
+                              kObject + "\xb1" + kObject + "\xb2" + kObject + "\xc2" + kObject +
+                              "\xd3" + kObject +
+                              Hex("80 81 8b 05 89 01 02 03 04 8a 05 06 07 08 8c 09 88 04 85 01"
+                                  "8d 0100 0200 0300 04 05 06 8f 01 02 03 8e 02 00080000") +
+                              kCamera + Hex("92 01") + kClose;
+  LevelRecord& level = Parse(kTr4, disordered);
+  level.UVRotateOn = 0;
+  EXPECT_EQ(Build(kTr4, 1), ordered);
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), ordered);
+
+  for (Int16 LevelRecord::*word :
+       {&LevelRecord::Layer1On, &LevelRecord::Layer2On, &LevelRecord::LegendOn,
+        &LevelRecord::LensFlareOn, &LevelRecord::FogOn, &LevelRecord::MirrorOn}) {
+    level.*word = 1;  // not -1: off
+  }
+  EXPECT_EQ(Build(kTr4, 1).find(Hex("80 81 8b 05 88 04 85 01 91")), 8 * 15);
+}
+
+TEST_F(CoreStreamTest, BuildsTheTitleByItsPlaceAlone) {
+  for (const std::uint8_t game : {kTr4, kTr5}) {
+    Parse(game, Hex("81 05 4400 02 6e 83"));
+    TRScript.Levels[0] = TRScript.Levels[1];
+    EXPECT_EQ(Build(game, 0),
+              game == kTr4 ? kCamera + Hex("82 0000 00 6e 83") : Hex("82 4400 00 6e 83"));
+    EXPECT_EQ(TRScript.LevelOffsets[1], game == kTr4 ? 32 : 6);
+    EXPECT_EQ(Build(game, 1), (game == kTr4 ? kCamera : "") + Hex("81 05 4400 02 6e 83"));
+    EXPECT_EQ(TRScript.LevelOffsets[2], game == kTr4 ? 65 : 13);
+  }
+}
+
+TEST_F(CoreStreamTest, WritesEntriesWithoutAnOpcodeAsBareOperands) {
+  LevelRecord& level = Parse(kTr5, "\x92" + kObject + "\xc1" + kObject + Hex("85 07") + kClose);
+  level.KeyCombos[0].Id = 1;
+  level.KeyComboCount = 1;
+  struct Case {
+    int key, combo, comboNumber, cut;
+    std::string stream;
+  };
+  for (const Case& c : std::initializer_list<Case>{
+           {8, 4, 2, 4, "\x99" + kObject + "\xc8" + kObject + Hex("88 07") + kClose},
+           {9, 5, 1, 5, kObject + kObject + Hex("07") + kClose},
+           {0, 1, 3, 0, kObject + kObject + Hex("07") + kClose}}) {
+    level.Keys[0].Id = c.key;
+    level.PuzzleCombos[0].Id = c.combo;
+    level.PuzzleCombos[0].Combo = c.comboNumber;
+    level.Cuts[0].Type = c.cut;
+    EXPECT_EQ(Build(kTr5, 1), c.stream) << c.key;
+  }
+}
+
+/// A TR5 level of exactly `size` bytes, which have to be about a thousand.
+std::string LevelOf(int size) {
+  std::string stream;
+  for (const char* opcode : {"\x92", "\x9e", "\xaa", "\xc1"}) {
+    stream += Repeated(opcode + kObject, 13);
+  }
+  const int left = size - static_cast<int>(stream.size() + kClose.size());
+  const int words = 26 + left % 2;
+  const int cuts = (left - 3 * words) / 2;
+  return stream + Repeated(Hex("85 01"), cuts) + Repeated(Hex("d9 0000"), words) + kClose;
+}
+
+TEST_F(CoreStreamTest, BuildsUpTo1025Bytes) {
+  Parse(kTr5, LevelOf(1025));
+  EXPECT_EQ(Build(kTr5, 1).size(), 1025U);
+  EXPECT_FALSE(Files.IsOpen(3));
+
+  Parse(kTr5, LevelOf(1026));
+  const Int16 opcodes = TRScript.LevelRaw[1].Length;
+  EXPECT_EQ(OutcomeOf([] { BuildLevelTr5(1); }), "subscript fault");
+  EXPECT_EQ(TRScript.LevelRaw[1].Length, opcodes);
+  EXPECT_EQ(TRScript.LevelRaw[1].Bytes[1024], 0);
+  EXPECT_EQ(TRScript.LevelOffsets[2], 1026);
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")).size(), 1026U);
+  EXPECT_TRUE(Files.IsOpen(3));
+}
+
+TEST_F(CoreStreamTest, LeavesTheTemporaryFileAsFarAsItGot) {
+  MakeFile(Path("scriptdata.tmp"), "old");
+  TRScript.Levels.Redim(256);
+  EXPECT_EQ(OutcomeOf([] { BuildLevelTr4(-1); }), "subscript fault");
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), "");
+  EXPECT_TRUE(Files.IsOpen(3));
+  EXPECT_EQ(OutcomeOf([] { BuildLevelTr4(1); }), "file fault") << "number 3 is taken";
+  Files.CloseFiles();
+
+  EXPECT_EQ(OutcomeOf([] { BuildLevelTr5(255); }), "subscript fault");
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), kClose);
+  EXPECT_FALSE(Files.IsOpen(3));
+
+  TRScript.LevelOffsets[1] = 32760;
+  BuildLevelTr5(1);
+  EXPECT_EQ(TRScript.LevelOffsets[2], 32767);
+  TRScript.LevelOffsets[1] = 32761;
+  EXPECT_EQ(OutcomeOf([] { BuildLevelTr5(1); }), "overflow fault");
+  EXPECT_FALSE(Files.IsOpen(3));
+}
+
+TEST_F(CoreStreamTest, KeepsTheTailOfATemporaryFileInOtherLetterCase) {
+  for (const bool batched : {false, true}) {
+    MakeFile(Path("SCRIPTDATA.TMP"), Zeros(9) + "z");
+    TRScript.Levels.Redim(2);
+    TRScript.Levels[1].Cut = 3;
+    if (batched) {
+      BuildBatch batch;
+      BuildLevelTr5(1);
+      TRScript.Levels[1].Cut = 0;
+      EXPECT_EQ(Build(kTr5, 1), kClose + Hex("00 83 7a")) << "behind it the longer first stream";
+      EXPECT_EQ(TRScript.LevelOffsets[2], 10);
+      batch.Finish();
+    } else {
+      EXPECT_EQ(Build(kTr5, 1), Hex("84 03") + kClose + "z");
+    }
+    EXPECT_EQ(Bytes(Path("SCRIPTDATA.TMP")).size(), 10U);
+    EXPECT_FALSE(std::filesystem::exists(Path("scriptdata.tmp")));
+  }
+}
+
+}  // namespace
+}  // namespace quillmark
