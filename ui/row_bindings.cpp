@@ -20,6 +20,12 @@ void ShowRow(QAbstractItemView& view, int row) {
   }
 }
 
+/// Whether a person moved to `row`: a view that only takes the focus makes its first row the
+/// current one too, but selects none.
+bool MovedTo(const QAbstractItemView& view, const QModelIndex& row) {
+  return !RefreshScope::Running() && view.selectionModel()->isSelected(row);
+}
+
 /// The row under the mouse, -1 for none.
 int RowAt(const QAbstractItemView& view, const QMouseEvent& event) {
   return view.indexAt(event.position().toPoint()).row();
@@ -69,7 +75,7 @@ ListBoxBinding::ListBoxBinding(ListBox& control, QListView& widget)
   view_.viewport()->installEventFilter(this);
   connect(view_.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& current) {
-            if (!RefreshScope::Running() && !rows_.Choose(current.row())) Restore();
+            if (MovedTo(view_, current) && !rows_.Choose(current.row())) Restore();
           });
 }
 
@@ -107,7 +113,7 @@ ListViewBinding::ListViewBinding(ListView& control, QTreeView& widget)
   view_.viewport()->installEventFilter(this);
   connect(view_.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& current) {
-            if (!RefreshScope::Running() && !cells_.ChooseByKey(current.row())) Restore();
+            if (MovedTo(view_, current) && !cells_.ChooseByKey(current.row())) Restore();
           });
 }
 
