@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "driver/program.h"
+#include "frame/startup.h"
+#include "tools/listing.h"
 
 namespace quillmark {
 
@@ -187,14 +189,15 @@ OpenBox Driver::FilePrompt(const FileRequest& request, std::function<void(std::s
 }
 
 int Driver::Run() {
-  StartProgram();
+  StartProcess();
   ServeUntil([] { return false; });
   std::cout << "ended" << std::endl;
   return EXIT_SUCCESS;
 }
 
 void Driver::ServeUntil(const std::function<bool()>& done) {
-  while (!done() && !TheDesktop().Ended()) {
+  hands_.Settle();
+  for (; !done() && !TheDesktop().Ended(); hands_.Settle()) {
     std::cout << (box_ == nullptr ? "ready" : box_->prompt) << std::endl;
     std::string input;
     if (!std::getline(std::cin, input)) input = "quit";
@@ -226,14 +229,14 @@ void Driver::Obey(const std::string& input) {
 bool Driver::AnswerQuestion(const std::string& word, CommandLine& line) {
   Json answer;
   if (word == "get") {
-    answer = hands_.Describe(ControlNamed(line.Word()));
+    answer = WholeControl(ControlNamed(line.Word()));
   } else if (word == "form") {
     answer = WholeForm(FormNamed(line.Word()));
   } else if (word == "forms") {
     answer = Json::array();
     for (const Form* form : TheDesktop().ShownForms()) answer.push_back(form->Name());
   } else if (word == "model") {
-    answer = ScriptListing();
+    answer = ListScript();
   } else if (word == "state") {
     answer = ProgramState();
   } else {
@@ -277,11 +280,17 @@ bool Driver::Act(const std::string& word, CommandLine& line) {
   throw CommandError("unknown command: " + word);
 }
 
+Json Driver::WholeControl(const Control& control) {
+  Json object = hands_.Describe(control);
+  if (box_ != nullptr) object["reachable"] = false;
+  return object;
+}
+
 Json Driver::WholeForm(const Form& form) {
   Json object = hands_.DescribeForm(form);
   object["controls"] = Json::object();
   for (const Control* control : form.Controls()) {
-    object["controls"][control->FullName()] = hands_.Describe(*control);
+    object["controls"][control->FullName()] = WholeControl(*control);
   }
   return object;
 }

@@ -41,6 +41,7 @@ class Driver {
   bool AnswerQuestion(const std::string& word, CommandLine& line);
   /// Carries out one act; false if it was refused.
   bool Act(const std::string& word, CommandLine& line);
+  Json WholeControl(const Control& control);
   Json WholeForm(const Form& form);
 
   Hands& hands_;

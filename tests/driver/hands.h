@@ -28,6 +28,9 @@ class Hands {
   virtual bool Close(Form& form) = 0;
   virtual bool Resize(Form& form, int width, int height) = 0;
 
+  /// Lets everything happen that does not wait for a person.
+  virtual void Settle() {}
+
   /// What the control, or the form without its controls, now says.
   virtual Json Describe(const Control& control) = 0;
   virtual Json DescribeForm(const Form& form) = 0;

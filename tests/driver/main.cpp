@@ -1,9 +1,12 @@
+#include <QApplication>
 #include <iostream>
 #include <string_view>
 
 #include "driver/driver.h"
 #include "driver/logical_hands.h"
 #include "driver/logical_screen.h"
+#include "driver/widget_hands.h"
+#include "driver/widget_screen.h"
 #include "platform/files.h"
 
 namespace quillmark {
@@ -16,13 +19,33 @@ int RunLogical() {
   return driver.Run();
 }
 
+/// Passes on everything but what the offscreen platform says of its own limits, so that a warning
+/// on standard error is one.
+void PassOn(QtMsgType, const QMessageLogContext&, const QString& message) {
+  if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+  std::cerr << message.toStdString() << "\n";
+}
+
+int RunWidgets(int argc, char** argv) {
+  qInstallMessageHandler(PassOn);
+  const QApplication application(argc, argv);
+  QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+  WidgetHands hands;
+  Driver driver(hands);
+  WidgetScreen screen(driver);
+  hands.Use(screen);
+  TheDesktop().Attach(screen);
+  return driver.Run();
+}
+
 }  // namespace quillmark
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::cerr << "usage: quillmark_driver FOLDER\n";
+  const bool widgets = argc == 3 && std::string_view(argv[1]) == "--widgets";
+  if (argc != 2 && !widgets) {
+    std::cerr << "usage: quillmark_driver [--widgets] FOLDER\n";
     return 64;
   }
-  quillmark::SetProgramFolder(argv[1]);
-  return quillmark::RunLogical();
+  quillmark::SetProgramFolder(argv[argc - 1]);
+  return widgets ? quillmark::RunWidgets(argc, argv) : quillmark::RunLogical();
 }

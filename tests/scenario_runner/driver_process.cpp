@@ -33,6 +33,7 @@ constexpr int kCannotStart = 127;
   if (chdir(folder.c_str()) == 0) {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     setenv("HOME", folder.c_str(), 1);
+    setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
     execv(arguments.front(), arguments.data());
   }
   _exit(kCannotStart);
