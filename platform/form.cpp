@@ -44,7 +44,14 @@ void Form::Load() {
     std::tie(place_.width, place_.height) = screen->NaturalSize(*this);
   }
   loaded_ = true;
-  if (onLoad) onLoad();
+  try {
+    if (onLoad) onLoad();
+  } catch (...) {
+    // Half a load is none: whoever shows the form next has to load it from the start.
+    loaded_ = false;
+    ThrowStateAway();
+    throw;
+  }
 }
 
 void Form::ThrowStateAway() {

@@ -61,7 +61,7 @@ class Form {
   bool Modal() const { return modal_; }
   bool Topmost() const { return topmost_; }
 
-  /// Loads it if it is not loaded.
+  /// Loads it if it is not loaded. A fault of its load leaves it unloaded.
   void Load();
   /// Loads and shows it without blocking.
   void Show();
