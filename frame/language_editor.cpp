@@ -38,6 +38,8 @@ void HalveColumns() {
 
 void LoadDialog() {
   frmLangEditor.Text1.SetText(Settings.InterfaceFile);
+  frmLangEditor.Text1.SelectText(0,
+                                 0);  // so that the name is in sight and not the blanks behind it
   ApplyTexts(frmLangEditor);
   ListEntries();
   HalveColumns();
