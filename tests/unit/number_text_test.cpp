@@ -1,0 +1,34 @@
+#include "platform/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/fault.h"
+
+namespace quillmark {
+namespace {
+
+TEST(NumberTextTest, TellsNumbersFromOtherTexts) {
+  const std::pair<const char*, double> numbers[] = {
+      {"0", 0},    {" 25 ", 25}, {"+25", 25},  {"-1", -1},    {"25.", 25},
+      {".5", 0.5}, {"2e1", 20},  {"2D+1", 20}, {"1d-1", 0.1}, {"007", 7}};
+  for (const auto& [text, number] : numbers) {
+    ASSERT_TRUE(NumberOf(text)) << text;
+    EXPECT_DOUBLE_EQ(*NumberOf(text), number) << text;
+  }
+  for (const char* text : {"", " ", ".", "-", "+-1", "--1", "1-", "1e", "e1", "1,5", "1 5", "0x19",
+                           "25 fps", "inf", "nan", "1e999", "1.2.3"}) {
+    EXPECT_FALSE(NumberOf(text)) << text;
+  }
+}
+
+TEST(NumberTextTest, RoundsAHalfToTheEvenNeighbour) {
+  const std::pair<double, int> cases[] = {
+      {0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {2.49, 2}, {2147483647.4, 2147483647}};
+  for (const auto& [number, rounded] : cases) EXPECT_EQ(RoundedNumber(number).value(), rounded);
+  for (const double number : {2147483647.5, -2147483648.6, 1e300, -1e300}) {
+    EXPECT_THROW(RoundedNumber(number), Fault) << number;
+  }
+}
+
+}  // namespace
+}  // namespace quillmark
