@@ -19,9 +19,9 @@ struct LoadCallbacks {
   std::function<void()> loaded;  ///< the whole script is in the model
 };
 
-/// Loads the script at `path` into the model. False if its second word is not zero or the file
-/// can't be opened; throws the faults of the files, of the offset arithmetic and of the parsers,
-/// and `MissingEndOfData`. Nothing is undone then.
+/// Loads the script at `path` into the model. False if its second word is not zero,
+/// with file number 1 left open. Throws the faults of the files, of the offset arithmetic and of
+/// the parsers, and `MissingEndOfData`. Nothing is undone then.
 bool LoadScript(const std::string& path, const LoadCallbacks& callbacks);
 
 /// Rebuilds the groups from the flat lists, then replaces the file at `path`, which has to exist,

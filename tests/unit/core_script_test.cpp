@@ -122,6 +122,7 @@ TEST_F(CoreScriptTest, RefusesAndFaultsByTheHeadAndTheOffsets) {
            {names, "0080", "overflow fault"},       // 3 - -32768
            {names, "0380", "overflow fault"},       // 3 - -32765 is 32768
            {names, "0680", "true"},                 // 3 - -32762 - 1 is 32764: zeros
+           {levels, "0780", "true"},                // 7 - 1 - -32761 is 32767
            {levels, "0080", "overflow fault"},      // 7 - 1 - -32768
            {levels + 2, "0080", "overflow fault"},  // -32768 - 1
            {levels + 2, "0180", "overflow fault"},  // -32767 - 1 is the last that fits
