@@ -1,5 +1,6 @@
 #include "ui/binding.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/controls.h"
@@ -7,6 +8,12 @@
 #include "ui/key_events.h"
 
 namespace quillmark {
+namespace {
+
+/// Average characters to the inch of the font that widths in form units are meant for.
+constexpr double kCharactersPerInch = 19.2;
+
+}  // namespace
 
 Binding::Binding(Control& control, QWidget& widget) : control_(control), widget_(widget) {
   widget.installEventFilter(this);
@@ -64,8 +71,9 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
 }
 
 int ColumnPixels(const QWidget& widget, int formUnits) {
-  return static_cast<int>(
-      std::lround(double{1} * formUnits * widget.logicalDpiX() / kFormUnitsPerInch));
+  const double dots = widget.logicalDpiX();
+  const double wider = widget.fontMetrics().averageCharWidth() * kCharactersPerInch / dots;
+  return static_cast<int>(std::lround(formUnits * dots * std::max(1.0, wider) / kFormUnitsPerInch));
 }
 
 }  // namespace quillmark

@@ -103,6 +103,8 @@ void DrawForm(const Form& form, QWidget& content) {
   }
   drawing->draw(&content);
   for (QWidget* widget : content.findChildren<QWidget*>()) {
+    // Sizes mean nothing before the style has had its say.
+    widget->ensurePolished();
     if (widget->property("fixedPitch").toBool()) {
       widget->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     }

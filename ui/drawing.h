@@ -15,7 +15,7 @@ namespace quillmark {
 ///     characters  of a list: it is at least as wide as so many characters
 ///     lines       of a list: it is at least as high as so many lines
 ///     fixedPitch  it uses the fixed-pitch font
-///     iconName    of a button: its line icon
+///     iconName    of a button or line edit: its line icon
 ///     picture     of a label: its picture
 ///     namedBy     the control whose caption names this one for a screen reader
 void DrawForm(const Form& form, QWidget& content);

@@ -94,6 +94,9 @@ QWidget* FormWindow::WidgetOf(const Control& control) const {
 }
 
 QSize FormWindow::NaturalSize() const {
+  // As long as nothing is visible, the outer layouts do not hear what has changed inside of them.
+  const auto inside = content_->findChildren<QWidget*>();
+  std::for_each(inside.rbegin(), inside.rend(), [](QWidget* widget) { widget->updateGeometry(); });
   const QSize designed(form_.StartState().width, form_.StartState().height);
   const QSize needed = content_->minimumSizeHint();
   const QSize available = screen()->availableSize();
@@ -212,15 +215,15 @@ std::vector<std::string> FormWindow::Errors() const {
     }
   }
   for (const QWidget* widget : content_->findChildren<QWidget*>()) {
-    if (!LooksLikeControl(*widget) || widget->objectName().startsWith(QLatin1String("qt_"))) {
+    // What a widget is made of inside has no name, or one of the toolkit's own.
+    const QString name = widget->objectName();
+    if (!LooksLikeControl(*widget) || name.isEmpty() || name.startsWith(QLatin1String("qt_"))) {
       continue;
     }
     const bool bound = std::any_of(bindings_.begin(), bindings_.end(), [&](const auto& binding) {
       return &binding->Widget() == widget || binding->Widget().isAncestorOf(widget);
     });
-    if (!bound)
-      errors.push_back(form_.Name() + " draws the unknown control " +
-                       widget->objectName().toStdString());
+    if (!bound) errors.push_back(form_.Name() + " draws the unknown control " + name.toStdString());
   }
   return errors;
 }

@@ -1,8 +1,10 @@
 #include "ui/text_binding.h"
 
+#include <QAction>
 #include <QCoreApplication>
 
 #include "ui/ansi_text.h"
+#include "ui/icons.h"
 #include "ui/key_events.h"
 
 namespace quillmark {
@@ -10,9 +12,17 @@ namespace quillmark {
 TextBinding::TextBinding(TextBox& control, QLineEdit& widget)
     : Binding(control, widget), box_(control), line_(widget) {
   if (box_.MaxLength() > 0) line_.setMaxLength(box_.MaxLength());
+  if (line_.property("iconName").isValid()) {
+    icon_ = line_.addAction(QIcon(), QLineEdit::LeadingPosition);
+    ShowIcon();
+  }
   connect(&line_, &QLineEdit::textChanged, this, &TextBinding::Report);
   connect(&line_, &QLineEdit::cursorPositionChanged, this, &TextBinding::Report);
   connect(&line_, &QLineEdit::selectionChanged, this, &TextBinding::Report);
+}
+
+void TextBinding::ShowIcon() {
+  icon_->setIcon(LineIcon(line_.property("iconName").toString(), line_.palette()));
 }
 
 int TextBinding::SelectionStart() const {
@@ -60,6 +70,7 @@ bool TextBinding::KeyPressed(const QKeyEvent& event) {
 }
 
 bool TextBinding::OtherEvent(QEvent& event) {
+  if (event.type() == QEvent::PaletteChange && icon_ != nullptr) ShowIcon();
   return event.type() == QEvent::InputMethod && Commit(static_cast<QInputMethodEvent&>(event));
 }
 

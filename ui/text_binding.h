@@ -20,6 +20,7 @@ class TextBinding : public Binding {
   bool OtherEvent(QEvent& event) override;
 
  private:
+  void ShowIcon();
   void Report();
   QString Typed(const QString& text) const;
   bool Commit(const QInputMethodEvent& event);
@@ -27,6 +28,7 @@ class TextBinding : public Binding {
 
   TextBox& box_;
   QLineEdit& line_;
+  QAction* icon_ = nullptr;  ///< null for a box without a line icon
 };
 
 }  // namespace quillmark

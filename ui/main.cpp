@@ -1,0 +1,26 @@
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+
+#include "frame/startup.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "ui/icons.h"
+#include "ui/qt_screen.h"
+
+int main(int argc, char* argv[]) {
+  using namespace quillmark;
+  QApplication application(argc, argv);
+  QApplication::setApplicationDisplayName(QString());
+  QApplication::setDesktopFileName(QStringLiteral("quillmark"));
+  QApplication::setWindowIcon(ProgramIcon());
+
+  SetProgramFolder(QDir::toNativeSeparators(QApplication::applicationDirPath()).toStdString());
+  SetTrash(
+      [](const std::string& path) { return QFile::moveToTrash(QString::fromStdString(path)); });
+  QtScreen screen;
+  TheDesktop().Attach(screen);
+  StartProcess();
+  screen.RunUntilEnded();
+  return 0;
+}
