@@ -96,7 +96,10 @@ QWidget* FormWindow::WidgetOf(const Control& control) const {
 QSize FormWindow::NaturalSize() const {
   // As long as nothing is visible, the outer layouts do not hear what has changed inside of them.
   const auto inside = content_->findChildren<QWidget*>();
-  std::for_each(inside.rbegin(), inside.rend(), [](QWidget* widget) { widget->updateGeometry(); });
+  std::for_each(inside.rbegin(), inside.rend(), [](const QWidget* widget) {
+    if (QLayout* const layout = widget->layout()) layout->activate();
+  });
+  content_->layout()->activate();
   const QSize designed(form_.StartState().width, form_.StartState().height);
   const QSize needed = content_->minimumSizeHint();
   const QSize available = screen()->availableSize();

@@ -11,7 +11,6 @@
 int main(int argc, char* argv[]) {
   using namespace quillmark;
   QApplication application(argc, argv);
-  QApplication::setApplicationDisplayName(QString());
   QApplication::setDesktopFileName(QStringLiteral("quillmark"));
   QApplication::setWindowIcon(ProgramIcon());
 
