@@ -40,7 +40,7 @@ std::filesystem::path FilePath(std::string_view path) {
 }
 
 std::string InCodePage(const std::string& text) {
-  const std::string ansi = quillmark::Utf8ToAnsi(text);
+  std::string ansi = quillmark::Utf8ToAnsi(text);
   if (quillmark::AnsiToUtf8(ansi) != text) {
     throw Trouble("the text '" + text + "' has a character outside the code page");
   }
