@@ -93,6 +93,7 @@ std::string DriverProcess::ReadLine() {
     if (const auto end = unread_.find('\n'); end != std::string::npos) {
       std::string line = unread_.substr(0, end);
       unread_.erase(0, end + 1);
+      if (line.ends_with('\r')) line.pop_back();  // a driver for Windows
       return line;
     }
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
