@@ -28,6 +28,14 @@ if(QUILLMARK_SANITIZE)
   target_link_options(quillmark_config INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(QUILLMARK_FUZZ)
+  # Coverage for libFuzzer in all code but what only checks; the targets alone link its main routine.
+  target_compile_options(
+    quillmark_config
+    INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:QUILLMARK_ONLY_CHECKS>>>:-fsanitize=fuzzer-no-link>)
+  target_link_options(quillmark_config INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # A static library of one folder: quillmark_library(name SOURCES ... LINKS ...)
 function(quillmark_library name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINKS")

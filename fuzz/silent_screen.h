@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/desktop.h"
+#include "platform/screen.h"
+
+namespace quillmark {
+
+/// A display that nobody looks at: it notes the boxes, and presses their first button.
+class SilentScreen : public Screen {
+ public:
+  SilentScreen() { TheDesktop().Attach(*this); }
+
+  std::vector<std::string> boxes;  ///< texts of all boxes that were shown
+
+  BoxButton AskMessage(const MessageBox& box) override {
+    boxes.push_back(box.text);
+    return box.buttons.front();
+  }
+  std::optional<std::string> AskText(const InputBox& /*box*/) override { return {}; }
+  std::optional<std::string> AskFile(const FileRequest& /*request*/) override { return {}; }
+  void FormShown(Form& /*form*/) override {}
+  void FormHidden(Form& /*form*/) override {}
+  void FormChanged(Form& /*form*/) override {}
+  void WaitUntilHidden(Form& /*form*/) override {}
+  void OpenPopup(PopupMenu& /*menu*/) override {}
+  void ClosePopup() override {}
+  void StartTimer(Timer& /*timer*/) override {}
+  void StopTimer(Timer& /*timer*/) override {}
+  void SetPointer(Pointer /*pointer*/) override {}
+  std::pair<int, int> Size() const override { return {1366, 768}; }
+  void Refresh() override { TheDesktop().TakeChanged(); }
+};
+
+}  // namespace quillmark
