@@ -36,12 +36,14 @@ struct Line {
   std::string text;
 };
 
-/// The scenario's lines without comments, blank lines and the indirection of `@ include`.
+/// The scenario's lines without comments, blank lines and the indirection of `@ include`. A command
+/// may carry the first line of its answer behind an arrow: "> get CONTROL => {"row": 3}".
 std::vector<Line> ReadScenario(const fs::path& path) {
   std::ifstream file(path);
   if (!file) throw Failure("cannot read " + path.string());
   std::vector<Line> lines;
   std::string text;
+  constexpr std::string_view arrow = " => ";
   for (int number = 1; std::getline(file, text); ++number) {
     constexpr std::string_view include = "@ include ";
     if (text.empty() || text.starts_with('#')) continue;
@@ -50,7 +52,10 @@ std::vector<Line> ReadScenario(const fs::path& path) {
         lines.push_back(std::move(line));
       }
     } else {
-      lines.push_back({path.filename().string() + ":" + std::to_string(number), text});
+      const std::string place = path.filename().string() + ":" + std::to_string(number);
+      const std::size_t answer = text.starts_with('>') ? text.find(arrow) : std::string::npos;
+      lines.push_back({place, text.substr(0, answer)});
+      if (answer != std::string::npos) lines.push_back({place, text.substr(answer + arrow.size())});
     }
   }
   return lines;
