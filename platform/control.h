@@ -91,6 +91,8 @@ class Control {
   /// with it anywhere; returns whether that used the key up, so that the control's own editing must
   /// not see it. Not an act by itself.
   virtual bool HandleKey(Key key);
+  /// The focus went from the control to another one of its form.
+  virtual void HandleFocusLoss() {}
   /// A key comes up in the control.
   virtual void HandleKeyRelease(Key /*key*/) {}
 

@@ -129,6 +129,8 @@ class TextBox : public Control {
   char Typed(char character) const;
 
   void HandleKeyRelease(Key key) override;
+  /// The caret stays, but nothing is marked any more.
+  void HandleFocusLoss() override { SelectText(selectionStart_ + selectionLength_, 0); }
   void Restart() override;
 
  private:

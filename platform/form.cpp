@@ -134,7 +134,10 @@ void Form::SetFocus(Control* control) {
   if (focus_ == control) return;
   Control* const before = focus_;
   focus_ = control;
-  if (before != nullptr) before->MarkChanged();
+  if (before != nullptr) {
+    before->HandleFocusLoss();
+    before->MarkChanged();
+  }
   if (control != nullptr) control->MarkChanged();
 }
 
