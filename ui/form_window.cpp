@@ -27,6 +27,9 @@ namespace {
 /// How long a window manager may take to answer a size with its own, in milliseconds.
 constexpr int kAnswerTime = 250;
 
+/// What a window's frame adds to the height of its title bar, in pixels.
+constexpr int kFrameHeight = 8;
+
 Qt::WindowFlags FlagsOf(const Form& form) {
   if (!form.StartState().framed) return Qt::Window | Qt::FramelessWindowHint;
   const Qt::WindowFlags frame = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -102,12 +105,15 @@ QSize FormWindow::NaturalSize() const {
   content_->layout()->activate();
   const QSize designed(form_.StartState().width, form_.StartState().height);
   const QSize needed = content_->minimumSizeHint();
-  const QSize available = screen()->availableSize();
+  QSize available = screen()->availableSize();
+  if (form_.StartState().framed) {
+    available -= QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight) + kFrameHeight);
+  }
   const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   QSize size = designed.expandedTo(needed);
   // A side that has to scroll takes room for its bar from the other one.
-  if (size.height() > available.height()) size.rwidth() += scrollBar;
-  if (size.width() > available.width()) size.rheight() += scrollBar;
+  if (needed.height() > available.height()) size.rwidth() += scrollBar;
+  if (needed.width() > available.width()) size.rheight() += scrollBar;
   return size.boundedTo(available);
 }
 

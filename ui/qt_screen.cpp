@@ -22,6 +22,9 @@
 namespace quillmark {
 namespace {
 
+/// Room for icon and buttons of a title bar, so that it can show the title of a narrow box whole.
+constexpr int kTitleButtonsWidth = 140;
+
 QMessageBox::Icon IconOf(BoxIcon icon) {
   switch (icon) {
     case BoxIcon::None:
@@ -103,6 +106,8 @@ std::optional<std::string> QtScreen::AskText(const InputBox& box) {
   shown.setWindowTitle(FromAnsi(box.title));
   shown.setLabelText(FromAnsi(box.prompt));
   shown.setTextValue(FromAnsi(box.text));
+  shown.setMinimumWidth(kTitleButtonsWidth +
+                        shown.fontMetrics().horizontalAdvance(shown.windowTitle()));
   shown.setWindowModality(Qt::ApplicationModal);
   shown.show();
   WaitFor(shown, [&] { return !shown.isVisible(); });
