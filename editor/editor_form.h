@@ -85,7 +85,6 @@ struct FrmEditor : Form {
   Button Command10{*this, "Command10", {.frame = &Frame3, .caption = "...", .enabled = false}};
   CheckBox check1{*this, "check1", {.frame = &Frame3, .caption = "ResetHUB:"}};
   TextBox txtResetHUB{*this, "txtResetHUB", {.frame = &Frame3}};
-  ComboBox cmbCut{*this, "cmbCut", {.frame = &Frame3, .rows = Numbers(0, 35)}};
   Label Label7{*this, "Label7", {.frame = &Frame3}};
   Button Command22{
       *this, "Command22", {.frame = &Frame3, .caption = "Animating MIPs...", .visible = false}};
@@ -129,6 +128,7 @@ struct FrmEditor : Form {
                                 {{.frame = &Frame7, .caption = "Cutscene all'inizio del livello:"},
                                  {.frame = &Frame7, .caption = "FMV:"}}};
   ComboBox cmbFMV{*this, "cmbFMV", {.frame = &Frame7, .rows = Numbers(0, 30)}};
+  ComboBox cmbCut{*this, "cmbCut", {.frame = &Frame3, .rows = Numbers(0, 35)}};
   ListView lstCuts{
       *this, "lstCuts", {.frame = &Frame7}, {{"n\xB0", 700}, {"ID Cutscene", 1200}}, {"film"}};
   Label Label6{*this, "Label6", {.frame = &Frame7, .caption = "Cutscene all'interno del livello:"}};

@@ -16,6 +16,7 @@
 #include <algorithm>
 
 #include "platform/controls.h"
+#include "platform/desktop.h"
 #include "ui/ansi_text.h"
 #include "ui/colour_swatch.h"
 #include "ui/column_label.h"
@@ -201,16 +202,44 @@ QString FormWindow::AccessibleNameOf(const Binding& binding) const {
     name = caption(*frame);
   }
   if (name.isEmpty()) name = Spoken(FromAnsi(form_.Caption()));
-  return control.Index() < 0 ? name
-                             : name + QLatin1Char(' ') + QString::number(control.Index() + 1);
+  return name.isEmpty() ? FromAnsi(kProgramName) : name;
 }
 
 void FormWindow::RefreshAccessibleNames() {
+  std::map<std::pair<ControlKind, QString>, std::vector<QWidget*>> named;
+  for (const auto& binding : bindings_) {
+    const Control& control = binding->TheControl();
+    if (!control.TakesFocus() || !control.Visible()) continue;
+    named[{control.Kind(), AccessibleNameOf(*binding)}].push_back(&binding->Widget());
+  }
+  for (const auto& [kindAndName, widgets] : named) {
+    for (std::size_t i = 0; i < widgets.size(); ++i) {
+      const QString number = widgets.size() == 1 ? QString() : QStringLiteral(" %1").arg(i + 1);
+      const QString name = kindAndName.second + number;
+      if (widgets[i]->accessibleName() != name) widgets[i]->setAccessibleName(name);
+    }
+  }
+}
+
+std::string FormWindow::TabOrderError() const {
+  std::vector<const Binding*> drawn;
+  for (const QWidget* widget = content_->nextInFocusChain(); widget != content_;
+       widget = widget->nextInFocusChain()) {
+    for (const auto& binding : bindings_) {
+      if (&binding->Widget() == widget && binding->TheControl().TakesFocus()) {
+        drawn.push_back(binding.get());
+      }
+    }
+  }
+  auto place = drawn.begin();
   for (const auto& binding : bindings_) {
     if (!binding->TheControl().TakesFocus()) continue;
-    const QString name = AccessibleNameOf(*binding);
-    if (binding->Widget().accessibleName() != name) binding->Widget().setAccessibleName(name);
+    if (place == drawn.end() || *place != binding.get()) {
+      return form_.Name() + " draws " + binding->TheControl().FullName() + " out of the tab order";
+    }
+    ++place;
   }
+  return {};
 }
 
 std::vector<std::string> FormWindow::Errors() const {
@@ -234,6 +263,7 @@ std::vector<std::string> FormWindow::Errors() const {
     });
     if (!bound) errors.push_back(form_.Name() + " draws the unknown control " + name.toStdString());
   }
+  if (std::string error = TabOrderError(); !error.empty()) errors.push_back(std::move(error));
   return errors;
 }
 

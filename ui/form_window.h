@@ -36,11 +36,12 @@ class FormWindow : public QWidget {
   void RefreshAll();
   void RefreshControl(const Control& control);
   void RefreshFocus();
-  /// Names everything that takes the focus for screen readers.
+  /// Names everything that takes the focus for screen readers, after its tool tip, its own caption
+  /// or the caption that stands for it; controls of one kind and name are numbered.
   void RefreshAccessibleNames();
 
-  /// One line for each control without a fitting widget, each widget without a control, and each
-  /// control that can take the focus but has no accessible name.
+  /// One line for each control without a fitting widget, each widget without a control, and the
+  /// first place where the drawing's tab order leaves that of the controls.
   std::vector<std::string> Errors() const;
 
  protected:
@@ -51,6 +52,7 @@ class FormWindow : public QWidget {
  private:
   void FollowFrame();
   void PlaceAbove(QWidget* owner);
+  std::string TabOrderError() const;
   QString AccessibleNameOf(const Binding& binding) const;
 
   Form& form_;
