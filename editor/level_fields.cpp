@@ -104,13 +104,6 @@ struct BoxArray {
   void (*store)(LevelRecord& level, std::size_t place, std::int64_t value);
 };
 
-template <class Array>
-std::vector<TextBox*> BoxesOf(const Array& array) {
-  std::vector<TextBox*> boxes;
-  for (std::size_t i = 0; i < Array::size(); ++i) boxes.push_back(&array[i]);
-  return boxes;
-}
-
 template <auto kField>
 void StoreEntry(LevelRecord& level, std::size_t place, std::int64_t value) {
   (level.*kField)[place] = value;
@@ -139,11 +132,11 @@ void StoreArray(const BoxArray& array, TextBox& typedIn) {
 
 void AttachArrays() {
   const std::vector<BoxArray> arrays = {
-      {BoxesOf(frmEditor.txtFog), NumberAtStart, StoreEntry<&LevelRecord::Fog>},
-      {BoxesOf(frmEditor.txtLayer1), NumberAtStart, StoreEntry<&LevelRecord::Layer1>},
+      {frmEditor.txtFog.All(), NumberAtStart, StoreEntry<&LevelRecord::Fog>},
+      {frmEditor.txtLayer1.All(), NumberAtStart, StoreEntry<&LevelRecord::Layer1>},
       // Kept as it is: this one array takes no box that holds anything but a number.
-      {BoxesOf(frmEditor.txtLayer2), WholeNumber, StoreEntry<&LevelRecord::Layer2>},
-      {BoxesOf(frmEditor.txtL), NumberAtStart, StoreLensFlare},
+      {frmEditor.txtLayer2.All(), WholeNumber, StoreEntry<&LevelRecord::Layer2>},
+      {frmEditor.txtL.All(), NumberAtStart, StoreLensFlare},
   };
   for (const BoxArray& array : arrays) {
     for (TextBox* box : array.boxes) {
@@ -276,7 +269,7 @@ void AttachLevelFields() {
   AttachCheckBoxes();
   AttachCombos();
   AttachArrays();
-  for (TextBox* box : BoxesOf(frmEditor.txtCamera)) {
+  for (TextBox* box : frmEditor.txtCamera.All()) {
     box->onKeyRelease = [box](Key) { CameraKeyRelease(*box); };
   }
   AttachByteBoxes();

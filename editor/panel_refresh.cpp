@@ -63,13 +63,6 @@ void ShowValues(CheckBox& box, bool on, const Boxes& boxes,
   for (std::size_t i = 0; i < values.size(); ++i) boxes[i]->SetText(on ? values[i] : "0");
 }
 
-template <class Array>
-std::vector<TextBox*> BoxesOf(const Array& array) {
-  std::vector<TextBox*> boxes;
-  for (std::size_t i = 0; i < Array::size(); ++i) boxes.push_back(&array[i]);
-  return boxes;
-}
-
 template <class Values>
 void AppendTexts(std::vector<std::string>& texts, const Values& values) {
   for (const auto& value : values) texts.push_back(DecimalText(value));
@@ -79,14 +72,14 @@ void ShowLayer(CheckBox& box, const ControlArray<TextBox, 4>& boxes, Int16 on,
                const FixedArray<Byte, 4>& values) {
   std::vector<std::string> texts;
   AppendTexts(texts, values);
-  ShowValues(box, IsOn(on), BoxesOf(boxes), texts);
+  ShowValues(box, IsOn(on), boxes.All(), texts);
 }
 
 void ShowLensFlare(const LevelRecord& level) {
   std::vector<std::string> texts;
   AppendTexts(texts, level.LensFlarePos);
   AppendTexts(texts, level.LensFlareColour);
-  ShowValues(frmEditor.chkLens, IsOn(level.LensFlareOn), BoxesOf(frmEditor.txtL), texts);
+  ShowValues(frmEditor.chkLens, IsOn(level.LensFlareOn), frmEditor.txtL.All(), texts);
 }
 
 void ShowMirror(const LevelRecord& level) {
@@ -108,10 +101,10 @@ void ShowFog(const LevelRecord& level) {
 
 void AdaptPanel(bool tr4) {
   LogWrite("Building interface");
-  for (std::size_t i = 0; i < frmEditor.txtCamera.size(); ++i)
-    frmEditor.txtCamera[i].SetEnabled(tr4);
-  for (std::size_t i = 0; i < frmEditor.txtL.size(); ++i) frmEditor.txtL[i].SetEnabled(tr4);
-  for (std::size_t i = 0; i < frmEditor.txtFog.size(); ++i) frmEditor.txtFog[i].SetEnabled(tr4);
+  for (const auto& boxes :
+       {frmEditor.txtCamera.All(), frmEditor.txtL.All(), frmEditor.txtFog.All()}) {
+    for (TextBox* box : boxes) box->SetEnabled(tr4);
+  }
   const std::array<Control*, 11> tr4Controls = {
       &frmEditor.chkTimer,  &frmEditor.chkWe,   &frmEditor.chkPulse, &frmEditor.chkStar,
       &frmEditor.chkHorus,  &frmEditor.chkLens, &frmEditor.check1,   &frmEditor.chkFog,

@@ -319,6 +319,11 @@ class ControlArray {
   ControlType& operator[](I index) const {
     return *items_[index];
   }
+  std::vector<ControlType*> All() const {
+    std::vector<ControlType*> all;
+    for (const auto& item : items_) all.push_back(item.get());
+    return all;
+  }
   static constexpr std::size_t size() { return N; }
 
  private:
