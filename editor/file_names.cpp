@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view kFolder = "DATA\\";
 constexpr int kMostLevels = 255;
+constexpr int kMostFileNames = 255;
 
 constexpr int kTooManyEntry = 18;
 constexpr int kAskEntry = 22;
@@ -54,6 +55,11 @@ void Add() {
   }
   const std::string name = std::string(kFolder) + answer;
   frmEditor.lstFileNames.AddRow(name);
+  // Kept as it is: the list has taken the row by then.
+  if (TRScript.NumFileNames == kMostFileNames) {
+    throw Fault(FaultKind::Overflow,
+                "a script holds at most " + std::to_string(kMostFileNames) + " file names");
+  }
   ++TRScript.NumFileNames;
   TRScript.FileNames.RedimPreserve(TRScript.NumFileNames);
   TRScript.FileNames[frmEditor.lstFileNames.Count() - 1] = name + '\0';
@@ -102,12 +108,13 @@ void Remove() {
     ShowErrorEntry(kFirstRowEntry);
     return;
   }
-  const int rows = list.Count();
-  if (static_cast<std::size_t>(rows) >= TRScript.FileNames.size()) {
-    throw Fault(FaultKind::Subscript, "the list shows names that the script does not hold");
+  if (row >= TRScript.NumFileNames) {
+    throw Fault(FaultKind::Subscript, "the script does not hold this name of the list");
   }
   // Kept as it is: the levels are not renumbered.
-  for (int i = row; i < rows; ++i) TRScript.FileNames[i] = TRScript.FileNames[i + 1];
+  for (int i = row; i < TRScript.NumFileNames; ++i) {
+    TRScript.FileNames[i] = TRScript.FileNames[i + 1];
+  }
   --TRScript.NumFileNames;
   Refill({&list, &frmEditor.cmbFN});
 }
