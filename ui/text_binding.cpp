@@ -48,9 +48,9 @@ void TextBinding::Report() {
   const std::string text = ToAnsi(line_.text());
   const int start = SelectionStart();
   const int length = line_.selectionLength();
-  if (text == box_.Text() && start == box_.SelectionStart() && length == box_.SelectionLength()) {
-    return;
-  }
+  // A line that loses the focus drops its marks, which must not bring the focus back.
+  const bool sameMarks = start == box_.SelectionStart() && length == box_.SelectionLength();
+  if (text == box_.Text() && (sameMarks || !line_.hasFocus())) return;
   if (!box_.Edit(text, start, length)) Restore();
 }
 
