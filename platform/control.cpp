@@ -101,10 +101,22 @@ void Control::Restart() {
 
 bool Control::HandleKey(Key key) {
   const auto press = [](Button* button) { return button != nullptr && button->Press(); };
+  // Where arrows mean nothing else they move the focus.
+  const auto stepByArrow = [this](int direction) {
+    const bool steps = kind_ == ControlKind::Button || kind_ == ControlKind::CheckBox;
+    if (steps) form_.StepFocus(direction);
+    return steps;
+  };
   switch (key.code) {
     case KeyCode::Tab:
       form_.StepFocus(1);
       return true;
+    case KeyCode::Left:
+    case KeyCode::Up:
+      return stepByArrow(-1);
+    case KeyCode::Right:
+    case KeyCode::Down:
+      return stepByArrow(1);
     case KeyCode::Enter:
       return press(form_.defaultButton);
     case KeyCode::Escape:
@@ -115,7 +127,7 @@ bool Control::HandleKey(Key key) {
 }
 
 bool Control::KeyDown(Key key, bool& used) {
-  used = false;
+  used = true;  // also if a fault comes out of it
   return Act([&] {
     TakeFocus();
     used = HandleKey(key);
