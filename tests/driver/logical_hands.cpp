@@ -88,6 +88,12 @@ bool LogicalHands::PressMouse(Control& control, MouseButton button) {
     case ControlKind::ListView:
       if (left) return As<ListView>(control).ClickBeside();
       break;
+    case ControlKind::TextBox:
+      if (button != MouseButton::Right) {
+        auto& box = As<TextBox>(control);
+        return box.Edit(box.Text(), box.SelectionStart() + box.SelectionLength(), 0);
+      }
+      break;
     default:
       break;
   }
@@ -122,7 +128,7 @@ bool LogicalHands::PressKey(Control& control, Key key) {
 
 void LogicalHands::PlaceCaret(TextBox& box, bool markAll) {
   const int end = static_cast<int>(box.Text().size());
-  box.SelectText(markAll ? 0 : end, end);
+  box.Edit(box.Text(), markAll ? 0 : end, markAll ? end : 0);
 }
 
 bool LogicalHands::Paste(TextBox& box, std::string_view text) {

@@ -29,7 +29,7 @@ constexpr int kIconSize = 16;
 
 std::string Shown(const QString& text) { return TextOfBytes(ToAnsi(text)); }
 
-/// Where a click does what the widget is for.
+/// Where a click does what the widget is for; in a box, where the caret is.
 QPoint HotSpot(const QWidget& widget) {
   QStyleOptionButton option;
   option.initFrom(&widget);
@@ -40,6 +40,9 @@ QPoint HotSpot(const QWidget& widget) {
     return widget.style()
         ->subElementRect(QStyle::SE_RadioButtonIndicator, &option, &widget)
         .center();
+  }
+  if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) {
+    return line->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
   }
   return widget.rect().center();
 }
@@ -166,6 +169,14 @@ bool WidgetHands::Reach(const Control& control) {
   return widget.isVisible() && widget.isEnabled() && InFront(widget);
 }
 
+bool WidgetHands::Approach(const Control& control) {
+  if (!Reach(control)) return false;
+  QWidget& window = *WidgetOf(control).window();
+  if (!window.isActiveWindow()) window.activateWindow();
+  Settle();
+  return true;
+}
+
 bool WidgetHands::Click(Control& control) {
   WidgetAs<QAbstractButton>(control);
   return PressMouse(control, MouseButton::Left);
@@ -173,7 +184,7 @@ bool WidgetHands::Click(Control& control) {
 
 bool WidgetHands::PressMouse(Control& control, MouseButton button) {
   QWidget& widget = WidgetOf(control);
-  if (!Reach(control)) return false;
+  if (!Approach(control)) return false;
   if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) {
     // Left of all rows, where none can be.
     SendClick(*view->viewport(), QPoint(-1, 0), QtButton(button));
@@ -185,7 +196,7 @@ bool WidgetHands::PressMouse(Control& control, MouseButton button) {
 
 bool WidgetHands::PressKey(Control& control, Key key) {
   QWidget& widget = WidgetOf(control);
-  if (!Reach(control)) return false;
+  if (!Approach(control)) return false;
   widget.setFocus(Qt::OtherFocusReason);
   SendKey(widget, key);
   return true;
@@ -193,6 +204,7 @@ bool WidgetHands::PressKey(Control& control, Key key) {
 
 void WidgetHands::PlaceCaret(TextBox& box, bool markAll) {
   auto& line = WidgetAs<QLineEdit>(box);
+  if (!Approach(box)) return;
   line.setFocus(Qt::OtherFocusReason);
   line.end(false);
   if (markAll) line.selectAll();
@@ -200,7 +212,7 @@ void WidgetHands::PlaceCaret(TextBox& box, bool markAll) {
 
 bool WidgetHands::Paste(TextBox& box, std::string_view text) {
   auto& line = WidgetAs<QLineEdit>(box);
-  if (!Reach(box)) return false;
+  if (!Approach(box)) return false;
   line.setFocus(Qt::MouseFocusReason);
   line.selectAll();
   QGuiApplication::clipboard()->setText(FromAnsi(text));
@@ -213,7 +225,7 @@ bool WidgetHands::Select(Control& control, int row) {
   auto* combo = qobject_cast<QComboBox*>(&widget);
   auto* view = combo != nullptr ? combo->view() : qobject_cast<QAbstractItemView*>(&widget);
   if (view == nullptr) throw CommandError("not for a " + std::string(KindName(control.Kind())));
-  if (!Reach(control) || row < 0 || row >= view->model()->rowCount()) return false;
+  if (!Approach(control) || row < 0 || row >= view->model()->rowCount()) return false;
   if (combo != nullptr) {
     combo->setFocus(Qt::MouseFocusReason);
     combo->showPopup();
