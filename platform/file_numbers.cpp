@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
-#include <system_error>
 
 #include "platform/fault.h"
 #include "platform/little_endian.h"
@@ -22,12 +21,10 @@ constexpr int kLogNumber = 6;
 
 std::string WholeFile(const std::string& path) {
   const fs::path place = SystemPath(path);
-  std::error_code error;
-  if (!fs::is_regular_file(place, error)) FileFault(path, "can't be opened");
-  const std::uintmax_t size = fs::file_size(place, error);
+  const auto size = SizeOfFile(place);
   std::ifstream input(place, std::ios::binary);
-  if (error || !input) FileFault(path, "can't be opened");
-  std::string bytes(static_cast<std::size_t>(size), '\0');
+  if (!size || !input) FileFault(path, "can't be opened");
+  std::string bytes(static_cast<std::size_t>(*size), '\0');
   input.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (input.bad() || static_cast<std::size_t>(input.gcount()) != bytes.size()) {
     FileFault(path, "can't be read");
@@ -77,8 +74,7 @@ const FileNumbers::OpenFile& FileNumbers::Opened(int number, Mode mode) const {
 void FileNumbers::OpenBinary(int number, const std::string& path) {
   OpenFile& file = Free(number, path);
   const fs::path place = SystemPath(path);
-  std::error_code error;
-  if (!fs::exists(place, error)) {
+  if (!IsThere(place)) {
     if (!std::ofstream(place, std::ios::binary)) FileFault(path, "can't be made");
     file.writable = true;
   } else {
@@ -106,9 +102,7 @@ bool FileNumbers::IsOpen(int number) const { return Slot(number).mode != Mode::C
 bool FileNumbers::IsPathOpen(const std::string& path) const {
   const fs::path place = SystemPath(path);
   return std::any_of(slots_.begin(), slots_.end(), [&](const OpenFile& file) {
-    std::error_code error;
-    return file.mode != Mode::Closed && fs::equivalent(SystemPath(file.path), place, error) &&
-           !error;
+    return file.mode != Mode::Closed && IsSameFile(SystemPath(file.path), place);
   });
 }
 

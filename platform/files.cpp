@@ -14,13 +14,11 @@ namespace {
 namespace fs = std::filesystem;
 
 #ifdef _WIN32
-constexpr std::string_view kSeparators = "\\/";
 constexpr char kSeparator = '\\';
-constexpr std::size_t kLongPath = 248;
 #else
-constexpr std::string_view kSeparators = "\\/";
 constexpr char kSeparator = '/';
 #endif
+constexpr std::string_view kSeparators = "\\/";
 
 struct Place {
   std::string programFolder = ".";
@@ -30,36 +28,6 @@ struct Place {
 Place& TheProgram() {
   static Place place;
   return place;
-}
-
-fs::path PlainPath(std::string_view path) {
-  return fs::path(std::u8string(path.begin(), path.end()));
-}
-
-/// Lifts the limit that Windows sets to the length of paths that are not marked.
-fs::path Unlimited(fs::path path) {
-#ifdef _WIN32
-  path.make_preferred();
-  if (path.native().size() >= kLongPath && path.is_absolute() &&
-      !path.native().starts_with(L"\\\\")) {
-    return fs::path(L"\\\\?\\" + path.native());
-  }
-#endif
-  return path;
-}
-
-/// The entry of `folder` that is `name` but for its letter case; empty if there is none.
-fs::path SameButForCase(const fs::path& folder, const std::string& name) {
-  const std::string wanted = UpperCased(name);
-  std::error_code error;
-  fs::path found;
-  for (fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error), end;
-       !error && entry != end; entry.increment(error)) {
-    const fs::path candidate = entry->path().filename();
-    if (UpperCased(PathText(candidate)) != wanted) continue;
-    if (found.empty() || candidate < found) found = candidate;
-  }
-  return found;
 }
 
 std::string QuotedPath(std::string_view path) { return "'" + std::string(path) + "'"; }
@@ -83,10 +51,8 @@ std::string PathText(const fs::path& path) {
 }
 
 fs::path SystemPath(std::string_view path) {
-  fs::path plain = Unlimited(PlainPath(path));
-  std::error_code error;
-  if (fs::exists(plain, error)) return plain;
-  const fs::path name = SameButForCase(plain.parent_path(), PathText(plain.filename()));
+  const fs::path plain = FormOfSystem(path);
+  const fs::path name = NameOnDisk(plain);
   return name.empty() ? plain : plain.parent_path() / name;
 }
 
@@ -106,30 +72,20 @@ std::string JoinPath(std::string_view folder, std::string_view name) {
 }
 
 std::string FindFile(std::string_view path) {
-  const fs::path plain = Unlimited(PlainPath(path));
-  std::error_code error;
-  const fs::path folder = plain.parent_path();
-  const fs::path exact = plain.filename();
-  if (exact.empty()) return {};
-#ifndef _WIN32
-  if (fs::is_regular_file(plain, error)) return PathText(exact);
-#endif
-  const fs::path found = SameButForCase(folder, PathText(exact));
-  return !found.empty() && fs::is_regular_file(folder / found, error) ? PathText(found)
-                                                                      : std::string();
+  const fs::path plain = FormOfSystem(path);
+  if (plain.filename().empty()) return {};
+  const fs::path name = NameOnDisk(plain);
+  return !name.empty() && SizeOfFile(plain.parent_path() / name) ? PathText(name) : std::string();
 }
 
 std::int64_t FileLength(std::string_view path) {
-  std::error_code error;
-  const std::uintmax_t size = fs::file_size(SystemPath(path), error);
-  if (error) throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " has no length");
-  return static_cast<std::int64_t>(size);
+  const auto size = SizeOfFile(SystemPath(path));
+  if (!size) throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " has no length");
+  return static_cast<std::int64_t>(*size);
 }
 
 void DeleteFile(std::string_view path) {
-  const fs::path place = DeletablePath(path);
-  std::error_code error;
-  if (!fs::remove(place, error) || error) {
+  if (const std::error_code error = RemoveFile(DeletablePath(path))) {
     throw Fault(FaultKind::File,
                 "the file " + QuotedPath(path) + " can't be deleted: " + error.message());
   }
@@ -138,8 +94,7 @@ void DeleteFile(std::string_view path) {
 void DiscardFile(std::string_view path) {
   const fs::path place = DeletablePath(path);
   const auto& trash = TheProgram().trash;
-  std::error_code error;
-  if (trash && trash(PathText(place)) && !fs::exists(place, error)) return;
+  if (trash && trash(PathText(place)) && !IsThere(place)) return;
   DeleteFile(path);
 }
 

@@ -9,7 +9,7 @@ namespace quillmark {
 
 /// What the program asks of the file system outside of the file numbers. Paths are UTF-8 as the
 /// platform gives them. Everything that differs between the systems is decided in this unit:
-/// separators, letter case, long paths, the deletion of an open file.
+/// separators, letter case, long paths, the deletion of an open file, the form of the time.
 
 /// The folder part: everything before the last separator, which is a backslash anywhere and a slash
 /// too where that is the platform's own. Empty if there is no separator.
@@ -46,6 +46,9 @@ void SetProgramFolder(std::string folder);
 
 /// The path of `name` in the program's own folder.
 std::string ProgramPath(std::string_view name);
+
+/// The present date and time in the system's own short form, as ANSI text.
+std::string PresentTime();
 
 /// ASCII letters in capitals; all other bytes stay.
 std::string UpperCased(std::string_view text);

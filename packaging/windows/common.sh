@@ -35,7 +35,28 @@ make_windows() {
     -DCMAKE_TOOLCHAIN_FILE="$qt/lib/cmake/Qt6/qt.toolchain.cmake" \
     -DQT_CHAINLOAD_TOOLCHAIN_FILE="$here/mingw-w64-x86_64.toolchain.cmake" \
     -DCMAKE_MODULE_PATH="$here/modules" -DCMAKE_CROSSCOMPILING_EMULATOR=/usr/bin/wine \
+    -DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST \
     -DQUILLMARK_HOST_TOOLS="$output/host"
   shift
   quiet "$output/build.log" cmake --build "$output/program" -j "$jobs" --target "$@"
 }
+
+# start_wine: a Wine of our own in build/windows/wine, with readable fonts. Its services are started
+# with no pipe of ours, which they would keep open, and without root's right to pass over the modes of
+# files, so that a read-only file is one.
+start_wine() {
+  export WINEPREFIX=$output/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+  unset DISPLAY WAYLAND_DISPLAY
+  mkdir -p "$WINEPREFIX"
+  local limited=()
+  [ "$(id -u)" -ne 0 ] || limited=(setpriv --bounding-set=-dac_override)
+  "${limited[@]}" wineserver -p </dev/null >/dev/null 2>&1
+  "${limited[@]}" wine wineboot -u </dev/null >/dev/null 2>&1
+  if [ ! -f "$WINEPREFIX/ready" ]; then
+    wine regedit /S "$here/wine-fonts.reg" </dev/null >/dev/null 2>&1
+    wine winecfg -v win10 </dev/null >/dev/null 2>&1
+    touch "$WINEPREFIX/ready"
+  fi
+}
+
+stop_wine() { wineserver -k </dev/null >/dev/null 2>&1 || true; }

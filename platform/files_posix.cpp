@@ -1,0 +1,70 @@
+#include <ctime>
+#include <iomanip>
+#include <locale>
+#include <sstream>
+#include <stdexcept>
+
+#include "platform/files.h"
+#include "platform/system_path.h"
+
+namespace quillmark {
+
+namespace fs = std::filesystem;
+
+fs::path FormOfSystem(std::string_view path) {
+  return fs::path(std::u8string(path.begin(), path.end()));
+}
+
+fs::path NameOnDisk(const fs::path& path) {
+  if (IsThere(path)) return path.filename();
+  const std::string wanted = UpperCased(PathText(path.filename()));
+  const fs::path folder = path.parent_path();
+  std::error_code error;
+  fs::path found;
+  for (fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error), end;
+       !error && entry != end; entry.increment(error)) {
+    const fs::path candidate = entry->path().filename();
+    if (UpperCased(PathText(candidate)) != wanted) continue;
+    if (found.empty() || candidate < found) found = candidate;
+  }
+  return found;
+}
+
+bool IsThere(const fs::path& path) {
+  std::error_code error;
+  return fs::exists(path, error);
+}
+
+std::optional<std::uint64_t> SizeOfFile(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_regular_file(path, error)) return std::nullopt;
+  const std::uintmax_t size = fs::file_size(path, error);
+  return error ? std::nullopt : std::optional<std::uint64_t>(size);
+}
+
+bool IsSameFile(const fs::path& one, const fs::path& other) {
+  std::error_code error;
+  return fs::equivalent(one, other, error) && !error;
+}
+
+std::error_code RemoveFile(const fs::path& path) {
+  std::error_code error;
+  fs::remove(path, error);
+  return error;
+}
+
+std::string PresentTime() {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts{};
+  localtime_r(&now, &parts);
+  std::ostringstream text;
+  try {
+    text.imbue(std::locale(""));
+  } catch (const std::runtime_error&) {
+    text.imbue(std::locale::classic());  // a system whose own locale is not installed
+  }
+  text << std::put_time(&parts, "%x %X");
+  return text.str();
+}
+
+}  // namespace quillmark
