@@ -1,5 +1,6 @@
 #include "unit/core_fixture.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -30,6 +31,10 @@ CoreTest::~CoreTest() {
   Files.CloseAll();
   SetStringListeners({});
   fs::remove_all(folder_);
+}
+
+std::string CoreTest::Path(std::string_view name) const {
+  return (fs::path(folder_) / name).make_preferred().string();
 }
 
 std::string CoreTest::CopySample(const std::string& game) const {
@@ -85,6 +90,13 @@ std::string Bytes(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   EXPECT_TRUE(file) << path;
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool IsNamed(const std::string& path) {
+  const fs::path name = fs::path(path).filename();
+  const fs::directory_iterator folder(fs::path(path).parent_path());
+  return std::any_of(begin(folder), end(folder),
+                     [&](const auto& entry) { return entry.path().filename() == name; });
 }
 
 void MakeFile(const std::string& path, const std::string& bytes) {

@@ -19,7 +19,8 @@ class CoreTest : public testing::Test {
   CoreTest();
   ~CoreTest() override;
 
-  std::string Path(std::string_view name) const { return folder_ + "/" + std::string(name); }
+  /// The path of `name`, which may have slashes, in that folder.
+  std::string Path(std::string_view name) const;
   /// Copies a sample's folder into the temporary one and gives the path of the copied script.
   std::string CopySample(const std::string& game) const;
   /// Makes a file, opens it under number 1 and parses it as level 1 of a fresh model.
@@ -38,6 +39,8 @@ std::string Word(int value);
 std::string Repeated(std::string_view bytes, int times);
 
 std::string Bytes(const std::string& path);
+/// Whether a file of this very name is there, letter case included.
+bool IsNamed(const std::string& path);
 void MakeFile(const std::string& path, const std::string& bytes);
 
 /// Behind the elements of a level: what a TR4 stream has to have, and the closing pair.

@@ -200,8 +200,8 @@ TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
     Files.CloseFiles();
   }
   EXPECT_TRUE(WriteLoadedLanguages(Path("").substr(0, Path("").size() - 1)));
-  EXPECT_TRUE(std::filesystem::exists(Path("german.dat")));
-  EXPECT_FALSE(std::filesystem::exists(Path("GERMAN.DAT")));
+  EXPECT_TRUE(IsNamed(Path("german.dat")));
+  EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
   std::filesystem::remove(Path("ENGLISH.DAT"));
   std::filesystem::remove(Path("JAPAN.DAT"));
   std::filesystem::remove(Path("german.dat"));
@@ -209,7 +209,7 @@ TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
   EXPECT_FALSE(WriteLoadedLanguages(Path("").substr(0, Path("").size() - 1)));
   EXPECT_EQ(TakeTold(), "failed 13");
   EXPECT_TRUE(std::filesystem::exists(Path("ENGLISH.DAT")));
-  EXPECT_FALSE(std::filesystem::exists(Path("GERMAN.DAT")));
+  EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
 }
 
 TEST_F(CoreTest, ReadsTheInterfaceTable) {

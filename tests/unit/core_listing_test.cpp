@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "tools/json_text.h"
 #include "unit/core_fixture.h"
@@ -18,12 +20,20 @@ class CoreListingTest : public CoreTest {
 
   /// Runs a copy of the program, so that its own folder is the temporary one.
   Run Listing(const std::string& arguments) const {
-    std::filesystem::copy_file(QUILLMARK_LISTING, Path("listing"),
+    const std::string program = Path("listing.exe");
+    std::filesystem::copy_file(QUILLMARK_LISTING, program,
                                std::filesystem::copy_options::overwrite_existing);
     const std::string command =
-        Path("listing") + " " + arguments + " >" + Path("out") + " 2>" + Path("err");
+        program + " " + arguments + " >" + Path("out") + " 2>" + Path("err");
     const int status = std::system(command.c_str());
-    return {status / 256, Bytes(Path("out")), Bytes(Path("err"))};
+    return {status < 256 ? status : status / 256, Text(Path("out")), Text(Path("err"))};
+  }
+
+ private:
+  /// What a program has printed, with the system's line ends as one character.
+  static std::string Text(const std::string& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
   }
 };
 

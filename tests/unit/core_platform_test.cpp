@@ -6,6 +6,7 @@
 #include "platform/checked_integer.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
+#include "platform/system_path.h"
 #include "unit/core_fixture.h"
 
 namespace quillmark {
@@ -131,8 +132,28 @@ TEST_F(CorePlatformTest, PathsAreFoundInAnyLetterCase) {
   EXPECT_EQ(FindFile(Path("US.DAT")), "us.Dat");
   EXPECT_EQ(FileLength(Path("US.DAT")), 3);
   EXPECT_EQ(FindFile(Path("UT.DAT")), "");
+  const bool caseMatters = !fs::exists(Path("US.DAT"));
   MakeFile(Path("US.DAT"), "exact");
-  EXPECT_EQ(FindFile(Path("US.DAT")), "US.DAT");
+  EXPECT_EQ(FindFile(Path("US.DAT")), caseMatters ? "US.DAT" : "us.Dat");
+}
+
+TEST_F(CorePlatformTest, FoldersMayHaveAnyLettersAndAnyDepth) {
+  std::vector<std::string> folders;
+  for (std::string folder = Path("\u03a9\u0436 \u00e8"); folder.size() < 600;
+       folder = JoinPath(folder, std::string(60, 'x'))) {
+    fs::create_directory(FormOfSystem(folder));
+    folders.push_back(folder);
+    const std::string path = JoinPath(folder, "\u6587.Dat");
+    Files.OpenBinary(1, path);
+    Files.WriteText(1, "abc");
+    EXPECT_EQ(OutcomeOf([&] { DeleteFile(path); }), kFile) << "it is open";
+    Files.Close(1);
+    EXPECT_EQ(FindFile(JoinPath(folder, "\u6587.DAT")), "\u6587.Dat") << path.size();
+    EXPECT_EQ(FileLength(path), 3);
+    DeleteFile(JoinPath(folder, "\u6587.DAT"));
+    EXPECT_EQ(FindFile(path), "");
+  }
+  for (; !folders.empty(); folders.pop_back()) fs::remove(FormOfSystem(folders.back()));
 }
 
 }  // namespace

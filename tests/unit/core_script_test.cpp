@@ -302,8 +302,8 @@ TEST_F(CoreScriptTest, KeepsTheLetterCaseOnDisk) {
   });
   EXPECT_EQ(found, "GERMAN.DAT german.Dat");
   EXPECT_EQ(Saving(Path("SCRIPT.DAT")), "true");
-  EXPECT_TRUE(fs::exists(Path("Script.dat")));
-  EXPECT_FALSE(fs::exists(Path("SCRIPT.DAT")));
+  EXPECT_TRUE(IsNamed(Path("Script.dat")));
+  EXPECT_FALSE(IsNamed(Path("SCRIPT.DAT")));
 }
 
 TEST_F(CoreScriptTest, DiscardsTheOldScriptIntoTheTrash) {
