@@ -87,6 +87,7 @@ FormWindow::FormWindow(Form& form)
   }
   for (ColourSwatch* swatch : content_->findChildren<ColourSwatch*>()) swatch->Follow(*content_);
   for (ColumnLabel* label : content_->findChildren<ColumnLabel*>()) label->Follow(*content_);
+  FindNamers();
   RefreshAll();
 }
 
@@ -98,20 +99,28 @@ QWidget* FormWindow::WidgetOf(const Control& control) const {
 }
 
 QSize FormWindow::NaturalSize() const {
+  return AtLeastNeeded({form_.StartState().width, form_.StartState().height});
+}
+
+QSize FormWindow::WantedSize() const {
+  // Captions that came after the form's start may need more than the form knows of.
+  return AtLeastNeeded({form_.Position().width, form_.Position().height});
+}
+
+QSize FormWindow::AtLeastNeeded(QSize size) const {
   // As long as nothing is visible, the outer layouts do not hear what has changed inside of them.
   const auto inside = content_->findChildren<QWidget*>();
   std::for_each(inside.rbegin(), inside.rend(), [](const QWidget* widget) {
     if (QLayout* const layout = widget->layout()) layout->activate();
   });
   content_->layout()->activate();
-  const QSize designed(form_.StartState().width, form_.StartState().height);
   const QSize needed = content_->minimumSizeHint();
   QSize available = screen()->availableSize();
   if (form_.StartState().framed) {
     available -= QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight) + kFrameHeight);
   }
   const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  QSize size = designed.expandedTo(needed);
+  size = size.expandedTo(needed);
   // A side that has to scroll takes room for its bar from the other one.
   if (needed.height() > available.height()) size.rwidth() += scrollBar;
   if (needed.width() > available.width()) size.rheight() += scrollBar;
@@ -136,8 +145,8 @@ void FormWindow::PlaceAbove(QWidget* owner) {
   if (place.left != 0 || place.top != 0 || owner == nullptr) return;
   const QRect around = owner->frameGeometry();
   const QRect area = screen()->availableGeometry();
-  const int left = around.center().x() - place.width / 2;
-  const int top = around.center().y() - place.height / 2;
+  const int left = around.center().x() - WantedSize().width() / 2;
+  const int top = around.center().y() - WantedSize().height() / 2;
   move(std::max(left, area.left()), std::max(top, area.top()));
   placed_ = QPoint(place.left, place.top);
 }
@@ -152,9 +161,9 @@ void FormWindow::FollowForm() {
   const auto& place = form_.Position();
   if (!isMaximized()) {
     if (form_.StartState().sizable) {
-      resize(place.width, place.height);
+      resize(WantedSize());
     } else {
-      setFixedSize(place.width, place.height);
+      setFixedSize(WantedSize());
     }
     const QPoint corner(place.left, place.top);
     if (placed_ != corner) move(corner + screen()->availableGeometry().topLeft());
@@ -184,18 +193,27 @@ void FormWindow::RefreshFocus() {
   if (widget != nullptr && focusWidget() != widget) widget->setFocus(Qt::OtherFocusReason);
 }
 
+void FormWindow::FindNamers() {
+  for (const QLabel* label : content_->findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) namers_[label->buddy()] = label;
+  }
+  for (const auto& binding : bindings_) {
+    const QString name = binding->Widget().property("namedBy").toString();
+    if (!name.isEmpty()) namers_[&binding->Widget()] = content_->findChild<QWidget*>(name);
+  }
+}
+
 QString FormWindow::AccessibleNameOf(const Binding& binding) const {
   const Control& control = binding.TheControl();
   const auto caption = [](const Control& named) { return Spoken(FromAnsi(named.Caption())); };
   QString name = Spoken(FromAnsi(control.ToolTip()));
   if (name.isEmpty()) name = caption(control);
-  if (name.isEmpty()) {
-    const QString other = binding.Widget().property("namedBy").toString();
-    const Control* const named = form_.Find(other.toStdString());
-    if (named != nullptr) name = caption(*named);
-  }
-  for (const QLabel* label : content_->findChildren<QLabel*>()) {
-    if (name.isEmpty() && label->buddy() == &binding.Widget()) name = Spoken(label->text());
+  if (const auto namer = namers_.find(&binding.Widget());
+      name.isEmpty() && namer != namers_.end()) {
+    const auto* label = qobject_cast<const QLabel*>(namer->second);
+    const auto* button = qobject_cast<const QAbstractButton*>(namer->second);
+    if (label != nullptr) name = Spoken(label->text());
+    if (button != nullptr) name = Spoken(button->text());
   }
   for (const Frame* frame = control.Parent(); name.isEmpty() && frame != nullptr;
        frame = frame->Parent()) {
@@ -286,8 +304,7 @@ void FormWindow::changeEvent(QEvent* event) {
 
 void FormWindow::FollowFrame() {
   if (!form_.Shown() || isMinimized()) return;
-  const Place& place = form_.Position();
-  if (size() == QSize(place.width, place.height)) return;
+  if (size() == WantedSize()) return;
   // A window manager that insists on its own size would go on asking for ever.
   if (size() == refused_ && sinceRefused_.isValid() && sinceRefused_.elapsed() < kAnswerTime)
     return;

@@ -23,7 +23,8 @@ class FormWindow : public QWidget {
   Form& TheForm() const { return form_; }
   /// The widget of `control`; null for menus and for a control that the drawing lacks.
   QWidget* WidgetOf(const Control& control) const;
-  /// The size that the drawing asks for, bounded by the screen.
+  /// The size that the form starts with: as designed, and more if the drawing needs it, as far as
+  /// the screen goes.
   QSize NaturalSize() const;
 
   /// Onto the screen, above `owner` if there is one, and from it.
@@ -51,14 +52,19 @@ class FormWindow : public QWidget {
 
  private:
   void FollowFrame();
+  QSize AtLeastNeeded(QSize size) const;
+  QSize WantedSize() const;
   void PlaceAbove(QWidget* owner);
   std::string TabOrderError() const;
+  void FindNamers();
   QString AccessibleNameOf(const Binding& binding) const;
 
   Form& form_;
   QWidget* content_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<const Control*, Binding*> byControl_;
+  std::map<const QWidget*, const QWidget*>
+      namers_;                    ///< what a label or check box gives its name to
   std::optional<QPoint> placed_;  ///< where the form's own place put the window last
   QSize refused_;                 ///< the last size that the form did not take
   QElapsedTimer sinceRefused_;

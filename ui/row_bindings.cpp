@@ -85,6 +85,10 @@ void ListBoxBinding::ShowState() {
   ShowRow(view_, rows_.Row());
 }
 
+bool ListBoxBinding::KeyPressed(const QKeyEvent& event) {
+  return Binding::KeyPressed(event) || event.key() == Qt::Key_Space;
+}
+
 bool ListBoxBinding::MousePressed(const QMouseEvent& event) {
   const auto button = ButtonOf(event.button());
   if (!button) return false;
@@ -135,6 +139,10 @@ void ListViewBinding::ShowColumns() {
     view_.setColumnHidden(column, columns[i].width <= 0);
     if (columns[i].width > 0) view_.setColumnWidth(column, ColumnPixels(view_, columns[i].width));
   }
+}
+
+bool ListViewBinding::KeyPressed(const QKeyEvent& event) {
+  return Binding::KeyPressed(event) || event.key() == Qt::Key_Space;
 }
 
 bool ListViewBinding::MousePressed(const QMouseEvent& event) {

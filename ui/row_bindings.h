@@ -32,6 +32,8 @@ class ListBoxBinding : public Binding {
 
  protected:
   void ShowState() override;
+  /// The space bar is kept from the view, which would take its selection away with it.
+  bool KeyPressed(const QKeyEvent& event) override;
   bool MousePressed(const QMouseEvent& event) override;
   bool MouseReleased(const QMouseEvent& event) override;
 
@@ -48,6 +50,8 @@ class ListViewBinding : public Binding {
 
  protected:
   void ShowState() override;
+  /// The space bar is kept from the view, which would take its selection away with it.
+  bool KeyPressed(const QKeyEvent& event) override;
   bool MousePressed(const QMouseEvent& event) override;
   bool MouseReleased(const QMouseEvent& event) override;
 
