@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "core/level_stream.h"
 #include "core/object_groups.h"
@@ -104,9 +105,9 @@ bool LoadScript(const std::string& path, const LoadCallbacks& callbacks) {
 void ReadLanguagesIn(
     const std::string& folder,
     const std::function<void(std::string_view name, const std::string& path)>& found) {
-  for (const std::string_view name : kLanguageFiles) {
-    const std::string nameOnDisk = FindFile(JoinPath(folder, name));
-    if (UpperCased(nameOnDisk) == name) Call(found, name, JoinPath(folder, nameOnDisk));
+  const std::vector<std::string> namesOnDisk = FindFiles(folder, kLanguageFiles);
+  for (std::size_t i = 0; i < kLanguageFiles.size(); ++i) {
+    if (!namesOnDisk[i].empty()) Call(found, kLanguageFiles[i], JoinPath(folder, namesOnDisk[i]));
     Files.CloseFiles();
   }
 }

@@ -64,7 +64,9 @@ class DynamicArray {
   /// Sets the bounds to 0 to `highest`, with every entry fresh.
   template <Index I>
   void Redim(I highest) {
-    items_.assign(Places(highest), T{});
+    const std::size_t places = Places(highest);
+    items_.clear();
+    items_.resize(places);
   }
   /// Sets the bounds to 0 to `highest` and keeps what lies inside of them.
   template <Index I>

@@ -19,17 +19,13 @@ constexpr int kLogNumber = 6;
   throw Fault(FaultKind::File, "the file '" + path + "' " + trouble);
 }
 
-std::string WholeFile(const std::string& path) {
-  const fs::path place = SystemPath(path);
-  const auto size = SizeOfFile(place);
-  std::ifstream input(place, std::ios::binary);
-  if (!size || !input) FileFault(path, "can't be opened");
-  std::string bytes(static_cast<std::size_t>(*size), '\0');
-  input.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (input.bad() || static_cast<std::size_t>(input.gcount()) != bytes.size()) {
-    FileFault(path, "can't be read");
-  }
-  return bytes;
+constexpr std::ios::openmode kRead = std::ios::in | std::ios::binary;
+constexpr std::ios::openmode kUpdate = kRead | std::ios::out;
+constexpr std::ios::openmode kMake = kUpdate | std::ios::trunc;
+
+bool OpenOnDisk(std::filebuf& disk, const fs::path& place, std::ios::openmode mode) {
+  disk.pubsetbuf(nullptr, 0);  // everything goes in one call as it is
+  return disk.open(place, mode) != nullptr;
 }
 
 }  // namespace
@@ -74,26 +70,32 @@ const FileNumbers::OpenFile& FileNumbers::Opened(int number, Mode mode) const {
 void FileNumbers::OpenBinary(int number, const std::string& path) {
   OpenFile& file = Free(number, path);
   const fs::path place = SystemPath(path);
-  if (!IsThere(place)) {
-    if (!std::ofstream(place, std::ios::binary)) FileFault(path, "can't be made");
-    file.writable = true;
-  } else {
-    file.bytes = WholeFile(path);
-    file.writable = static_cast<bool>(std::ofstream(place, std::ios::binary | std::ios::in));
+  file.writable = true;
+  if (!SizeOfFile(place)) {
+    if (IsThere(place)) FileFault(path, "can't be opened");
+    if (!OpenOnDisk(file.disk, place, kMake)) FileFault(path, "can't be made");
+  } else if (!OpenOnDisk(file.disk, place, kUpdate)) {
+    file.writable = false;
+    if (!OpenOnDisk(file.disk, place, kRead)) FileFault(path, "can't be opened");
   }
   file.mode = Mode::Binary;
 }
 
 void FileNumbers::OpenInput(int number, const std::string& path) {
   OpenFile& file = Free(number, path);
-  file.bytes = WholeFile(path);
+  const fs::path place = SystemPath(path);
+  if (!SizeOfFile(place) || !OpenOnDisk(file.disk, place, kRead)) {
+    FileFault(path, "can't be opened");
+  }
+  TakeIn(file);
   file.mode = Mode::Input;
 }
 
 void FileNumbers::OpenOutput(int number, const std::string& path) {
   OpenFile& file = Free(number, path);
-  file.output.open(SystemPath(path), std::ios::trunc);
-  if (!file.output) FileFault(path, "can't be opened for writing");
+  if (!file.disk.open(SystemPath(path), std::ios::out | std::ios::trunc)) {
+    FileFault(path, "can't be opened for writing");
+  }
   file.mode = Mode::Output;
 }
 
@@ -112,10 +114,7 @@ void FileNumbers::Close(int number) {
   OpenFile closing = std::move(file);
   file = OpenFile{};
   WriteOut(closing);
-  if (closing.mode == Mode::Output) {
-    closing.output.close();
-    if (!closing.output) FileFault(closing.path, "can't be written");
-  }
+  if (closing.disk.close() == nullptr) FileFault(closing.path, "can't be written");
 }
 
 void FileNumbers::CloseFiles() {
@@ -134,6 +133,28 @@ void FileNumbers::CloseAll() noexcept {
   }
 }
 
+void FileNumbers::TakeIn(OpenFile& file) {
+  const std::streamoff size = file.disk.pubseekoff(0, std::ios::end);
+  std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
+  const auto count = static_cast<std::streamsize>(bytes.size());
+  if (size < 0 || file.disk.pubseekpos(0) != std::streampos(0) ||
+      file.disk.sgetn(bytes.data(), count) != count) {
+    FileFault(file.path, "can't be read");
+  }
+  if (file.bytes.empty()) {
+    file.bytes = std::move(bytes);
+  } else if (file.bytes.size() < bytes.size()) {
+    file.bytes.append(bytes, file.bytes.size());
+  }
+  file.whole = true;
+}
+
+FileNumbers::OpenFile& FileNumbers::Readable(int number) {
+  OpenFile& file = Opened(number, Mode::Binary);
+  if (!file.whole) TakeIn(file);
+  return file;
+}
+
 std::uint8_t FileNumbers::NextByte(OpenFile& file) {
   if (file.position >= file.bytes.size()) {
     file.metEnd = true;
@@ -143,17 +164,21 @@ std::uint8_t FileNumbers::NextByte(OpenFile& file) {
   return static_cast<std::uint8_t>(file.bytes[file.position++]);
 }
 
-Byte FileNumbers::ReadByte(int number) { return NextByte(Opened(number, Mode::Binary)); }
+Byte FileNumbers::ReadByte(int number) { return NextByte(Readable(number)); }
 
 Int16 FileNumbers::ReadInt16(int number) {
-  OpenFile& file = Opened(number, Mode::Binary);
+  OpenFile& file = Readable(number);
+  if (file.position + 1 < file.bytes.size()) {
+    file.position += 2;
+    return Int16At(file.bytes, file.position - 2);
+  }
   const unsigned low = NextByte(file);
   const unsigned high = NextByte(file);
   return static_cast<std::int16_t>(static_cast<std::uint16_t>(low | high << 8U));
 }
 
 Int32 FileNumbers::ReadInt32(int number) {
-  OpenFile& file = Opened(number, Mode::Binary);
+  OpenFile& file = Readable(number);
   std::uint32_t bits = 0;
   for (unsigned shift = 0; shift < 32; shift += 8) {
     bits |= static_cast<std::uint32_t>(NextByte(file)) << shift;
@@ -162,7 +187,7 @@ Int32 FileNumbers::ReadInt32(int number) {
 }
 
 std::string FileNumbers::ReadText(int number, std::int64_t count) {
-  OpenFile& file = Opened(number, Mode::Binary);
+  OpenFile& file = Readable(number);
   if (count <= 0) return {};
   const auto wanted = static_cast<std::size_t>(count);
   const std::size_t left =
@@ -196,10 +221,10 @@ void FileNumbers::WriteText(int number, std::string_view bytes) {
   OpenFile& file = Opened(number, Mode::Binary);
   if (!file.writable) FileFault(file.path, "may not be written");
   if (bytes.empty()) return;
+  if (file.position > file.bytes.size() && !file.whole) TakeIn(file);
   const std::size_t end = file.position + bytes.size();
-  if (file.bytes.size() < end) file.bytes.resize(end, '\0');
-  std::copy(bytes.begin(), bytes.end(),
-            file.bytes.begin() + static_cast<std::string::difference_type>(file.position));
+  if (file.position > file.bytes.size()) file.bytes.resize(file.position, '\0');
+  file.bytes.replace(file.position, bytes.size(), bytes);
   const bool clean = file.dirtyFrom == file.dirtyTo;
   file.dirtyFrom = clean ? file.position : std::min(file.dirtyFrom, file.position);
   file.dirtyTo = std::max(file.dirtyTo, end);
@@ -217,8 +242,8 @@ void FileNumbers::Seek(int number, std::int64_t position) {
   file.metEnd = false;
 }
 
-std::int64_t FileNumbers::Length(int number) const {
-  return static_cast<std::int64_t>(Opened(number, Mode::Binary).bytes.size());
+std::int64_t FileNumbers::Length(int number) {
+  return static_cast<std::int64_t>(Readable(number).bytes.size());
 }
 
 void FileNumbers::Flush(int number) { WriteOut(Opened(number, Mode::Binary)); }
@@ -228,12 +253,11 @@ void FileNumbers::WriteOut(OpenFile& file) {
   const std::size_t from = file.dirtyFrom;
   const std::size_t count = file.dirtyTo - from;
   file.dirtyFrom = file.dirtyTo = 0;
-  // Opened for reading too, so that the system does not truncate it.
-  std::ofstream output(SystemPath(file.path), std::ios::binary | std::ios::in);
-  output.seekp(static_cast<std::streamoff>(from));
-  output.write(file.bytes.data() + from, static_cast<std::streamsize>(count));
-  output.close();
-  if (!output) FileFault(file.path, "can't be written");
+  const auto size = static_cast<std::streamsize>(count);
+  if (file.disk.pubseekpos(static_cast<std::streamoff>(from)) < 0 ||
+      file.disk.sputn(file.bytes.data() + from, size) != size || file.disk.pubsync() != 0) {
+    FileFault(file.path, "can't be written");
+  }
 }
 
 std::string FileNumbers::ReadField(int number) {
@@ -263,8 +287,11 @@ std::string FileNumbers::ReadField(int number) {
 
 void FileNumbers::PrintLine(int number, std::string_view text) {
   OpenFile& file = Opened(number, Mode::Output);
-  file.output << text << '\n' << std::flush;
-  if (!file.output) FileFault(file.path, "can't be written");
+  const std::string line = std::string(text) + '\n';
+  const auto size = static_cast<std::streamsize>(line.size());
+  if (file.disk.sputn(line.data(), size) != size || file.disk.pubsync() != 0) {
+    FileFault(file.path, "can't be written");
+  }
 }
 
 FlushOnFault::FlushOnFault(int number) : number_(number), pending_(std::uncaught_exceptions()) {}

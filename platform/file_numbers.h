@@ -12,11 +12,11 @@ namespace quillmark {
 
 /// Small fixed numbers that stand for open files, 1 to 10.
 ///
-/// A file opened for binary access is taken into memory once: reads walk over it and deliver zero
-/// behind its end, writes change it in memory and reach the disk when the file is flushed or
-/// closed. All numbers are little-endian. Every operation on a number outside 1 to 10, on a number
-/// that is not open, or of the wrong mode throws the file fault; so does whatever the system
-/// refuses.
+/// A file opened for binary access is taken into memory once, by the first read: reads walk over it
+/// and deliver zero behind its end, writes change it in memory and reach the disk when the file is
+/// flushed or closed. All numbers are little-endian. Every operation on a number outside 1 to 10,
+/// on a number that is not open, or of the wrong mode throws the file fault; so does whatever the
+/// system refuses.
 class FileNumbers {
  public:
   /// Opens for reading and writing at position 0, and makes the file at once if there is none. It
@@ -55,7 +55,7 @@ class FileNumbers {
   /// Position of the next read or write, from 0.
   std::int64_t Position(int number) const;
   void Seek(int number, std::int64_t position);
-  std::int64_t Length(int number) const;
+  std::int64_t Length(int number);
 
   /// Puts on disk what was written so far.
   void Flush(int number);
@@ -72,13 +72,14 @@ class FileNumbers {
   struct OpenFile {
     Mode mode = Mode::Closed;
     std::string path;
+    std::filebuf disk;
     std::string bytes;
+    bool whole = false;  ///< `bytes` is the file; otherwise what was written from its start
     std::size_t position = 0;
     bool writable = false;
     bool metEnd = false;
     std::size_t dirtyFrom = 0;
     std::size_t dirtyTo = 0;
-    std::ofstream output;
   };
 
   OpenFile& Slot(int number);
@@ -86,7 +87,10 @@ class FileNumbers {
   OpenFile& Free(int number, const std::string& path);
   OpenFile& Opened(int number, Mode mode);
   const OpenFile& Opened(int number, Mode mode) const;
-  std::uint8_t NextByte(OpenFile& file);
+  /// Takes the rest of the file into memory, behind what was written already.
+  static void TakeIn(OpenFile& file);
+  OpenFile& Readable(int number);
+  static std::uint8_t NextByte(OpenFile& file);
   template <class Number>
   void WriteNumber(int number, Number value);
   static void WriteOut(OpenFile& file);

@@ -43,6 +43,13 @@ fs::path DeletablePath(std::string_view path) {
   return SystemPath(path);
 }
 
+void Remove(std::string_view path, const fs::path& place) {
+  if (const std::error_code error = RemoveFile(place)) {
+    throw Fault(FaultKind::File,
+                "the file " + QuotedPath(path) + " can't be deleted: " + error.message());
+  }
+}
+
 }  // namespace
 
 std::string PathText(const fs::path& path) {
@@ -84,18 +91,13 @@ std::int64_t FileLength(std::string_view path) {
   return static_cast<std::int64_t>(*size);
 }
 
-void DeleteFile(std::string_view path) {
-  if (const std::error_code error = RemoveFile(DeletablePath(path))) {
-    throw Fault(FaultKind::File,
-                "the file " + QuotedPath(path) + " can't be deleted: " + error.message());
-  }
-}
+void DeleteFile(std::string_view path) { Remove(path, DeletablePath(path)); }
 
 void DiscardFile(std::string_view path) {
   const fs::path place = DeletablePath(path);
   const auto& trash = TheProgram().trash;
   if (trash && trash(PathText(place)) && !IsThere(place)) return;
-  DeleteFile(path);
+  Remove(path, place);
 }
 
 void SetTrash(std::function<bool(const std::string&)> trash) {

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmark {
 
@@ -24,6 +26,10 @@ std::string JoinPath(std::string_view folder, std::string_view name);
 /// Directory search for one path: the name of the file as it stands on disk, or an empty text. The
 /// exact name is preferred; otherwise the letter case of the last component does not matter.
 std::string FindFile(std::string_view path);
+
+/// The same for several upper-cased names in one folder, by one search.
+std::vector<std::string> FindFiles(std::string_view folder,
+                                   std::span<const std::string_view> names);
 
 /// Bytes of the file at `path`, found as `FindFile` does. Throws the file fault if there is none.
 std::int64_t FileLength(std::string_view path);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <ctime>
 #include <iomanip>
 #include <locale>
@@ -30,6 +31,21 @@ fs::path NameOnDisk(const fs::path& path) {
   return found;
 }
 
+std::vector<std::string> FindFiles(std::string_view folder,
+                                   std::span<const std::string_view> names) {
+  std::vector<std::string> found(names.size());
+  std::error_code error;
+  for (fs::directory_iterator entry(FormOfSystem(JoinPath(folder, "")), error), end;
+       !error && entry != end; entry.increment(error)) {
+    std::string name = PathText(entry->path().filename());
+    const auto wanted = std::find(names.begin(), names.end(), UpperCased(name));
+    if (wanted == names.end() || !entry->is_regular_file(error)) continue;
+    std::string& best = found[static_cast<std::size_t>(wanted - names.begin())];
+    if (best != *wanted && (best.empty() || name == *wanted || name < best)) best = std::move(name);
+  }
+  return found;
+}
+
 bool IsThere(const fs::path& path) {
   std::error_code error;
   return fs::exists(path, error);
@@ -37,7 +53,6 @@ bool IsThere(const fs::path& path) {
 
 std::optional<std::uint64_t> SizeOfFile(const fs::path& path) {
   std::error_code error;
-  if (!fs::is_regular_file(path, error)) return std::nullopt;
   const std::uintmax_t size = fs::file_size(path, error);
   return error ? std::nullopt : std::optional<std::uint64_t>(size);
 }

@@ -75,6 +75,13 @@ fs::path NameOnDisk(const fs::path& path) {
   return entry.cFileName;
 }
 
+std::vector<std::string> FindFiles(std::string_view folder,
+                                   std::span<const std::string_view> names) {
+  std::vector<std::string> found;
+  for (const std::string_view name : names) found.push_back(FindFile(JoinPath(folder, name)));
+  return found;
+}
+
 bool IsThere(const fs::path& path) { return AttributesOf(path).has_value(); }
 
 std::optional<std::uint64_t> SizeOfFile(const fs::path& path) {

@@ -60,7 +60,8 @@ const LanguageRules& Rules(Language language) { return kRules[static_cast<std::s
 /// one and does not come back.
 void Scramble(std::string& text) {
   for (char& c : text) {
-    if (c != '\0') c = static_cast<char>(static_cast<unsigned char>(c) ^ kMask);
+    const unsigned byte = static_cast<unsigned char>(c);
+    c = static_cast<char>(byte ^ (byte == 0 ? 0U : kMask));
   }
 }
 
@@ -91,6 +92,30 @@ Int32 StringLength(const LanguageSlot& slot, int i) {
   return Files.Length(kReadNumber) - slot.Offsets[i] - kOffsetLength * slot.Total - kHeadLength;
 }
 
+void ReadOffsets(LanguageSlot& slot) {
+  const std::string numbers = Files.ReadText(kReadNumber, kOffsetLength * std::int64_t{slot.Total});
+  for (int i = 0; i < slot.Total; ++i) {
+    slot.Offsets[i] = Int16At(numbers, static_cast<std::size_t>(kOffsetLength * i));
+  }
+}
+
+/// The strings follow one another, whatever the offsets say of their places. Zeros stand behind the
+/// end of the file.
+void ReadStrings(LanguageSlot& slot) {
+  std::string area =
+      Files.ReadText(kReadNumber, Files.Length(kReadNumber) - Files.Position(kReadNumber));
+  Scramble(area);
+  std::size_t from = 0;
+  for (int i = 0; i < slot.Total; ++i) {
+    const std::int64_t bytes = std::max<std::int64_t>(0, StringLength(slot, i) + 1);
+    const auto count = static_cast<std::size_t>(bytes);
+    std::string text(area, std::min(from, area.size()), count);
+    if (text.size() < count) text.resize(count, '\0');
+    slot.Strings[i] = std::move(text);
+    from += count;
+  }
+}
+
 void ReadSlot(LanguageSlot& slot, bool sizesOffsets) {
   for (const auto count : kCounts) slot.*count = Files.ReadInt16(kReadNumber);
   slot.Total = slot.Count1 + slot.Count2 + slot.Count3;
@@ -99,11 +124,8 @@ void ReadSlot(LanguageSlot& slot, bool sizesOffsets) {
 
   slot.Strings.Redim(slot.Total);
   if (sizesOffsets) slot.Offsets.Redim(kOffsetPlaces - 1);
-  for (int i = 0; i < slot.Total; ++i) slot.Offsets[i] = Files.ReadInt16(kReadNumber);
-  for (int i = 0; i < slot.Total; ++i) {
-    slot.Strings[i] = Files.ReadText(kReadNumber, std::int64_t{StringLength(slot, i)} + 1);
-    Scramble(slot.Strings[i]);
-  }
+  ReadOffsets(slot);
+  ReadStrings(slot);
   slot.Loaded = kOn;
 }
 
@@ -130,21 +152,31 @@ void SumSizes(LanguageSlot& slot) {
   }
 }
 
+/// The offsets in front of one that has no place or no room in its type still get into the file.
+void WriteOffsets(LanguageSlot& slot, int count) {
+  const int places = std::min(count, static_cast<int>(slot.Offsets.size()));
+  std::string numbers;
+  std::int64_t offset = 0;
+  int i = 0;
+  for (; i < places && std::in_range<std::int16_t>(offset); ++i) {
+    slot.Offsets[i] = offset;
+    AppendNumber(numbers, slot.Offsets[i]);
+    offset += static_cast<std::int64_t>(slot.Strings[i].size());
+  }
+  Files.WriteText(kWriteNumber, numbers);
+  if (i < count) slot.Offsets[i] = offset;
+}
+
 void WriteSlot(LanguageSlot& slot) {
   WriteNumbers(slot, kCounts);
   SumSizes(slot);
   WriteNumbers(slot, kSizes);
 
   // Kept as it is: string 0 and its offset are written even if there are none.
-  const int last = std::max(0, int{slot.Total} - 1);
-  for (int i = 0; i <= last; ++i) {
-    slot.Offsets[i] = i == 0 ? Int16(0)
-                             : Int16(slot.Offsets[i - 1].value() +
-                                     static_cast<std::int64_t>(slot.Strings[i - 1].size()));
-    Files.WriteInt16(kWriteNumber, slot.Offsets[i]);
-  }
+  const int count = std::max<int>(1, slot.Total);
+  WriteOffsets(slot, count);
   std::string area;
-  for (int i = 0; i <= last; ++i) area += slot.Strings[i];
+  for (int i = 0; i < count; ++i) area += slot.Strings[i];
   Scramble(area);
   Files.WriteText(kWriteNumber, area);
 }
