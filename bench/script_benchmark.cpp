@@ -1,0 +1,186 @@
+// Load and save, each beside the plain work that it can't avoid: the same bytes of the same files,
+// read or written with one call per file. Both are timed in turn, so that what else the machine
+// does meets both.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/largest_script.h"
+#include "bench/plain_files.h"
+#include "core/script_dat.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "strings/language_files.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+/// A script on disk, in a folder of its own that is also the program's.
+struct Case {
+  std::string name;
+  std::uint8_t game;
+  std::function<void(const fs::path& folder)> make;
+};
+
+void MakeSample(const fs::path& folder, const char* sample) {
+  fs::copy(fs::path(QUILLMARK_SAMPLES) / sample, folder);
+}
+
+void MakeLargest(const fs::path& folder, std::uint8_t game, int levels) {
+  FillLargestScript(game, levels);
+  const std::string script = (folder / "SCRIPT.DAT").string();
+  Files.OpenBinary(1, script);  // a save needs a file to replace
+  Files.CloseFiles();
+  if (!SaveScript(script) || !WriteLoadedLanguages(folder.string())) {
+    throw std::runtime_error("the largest script can't be saved");
+  }
+}
+
+std::vector<Case> Cases() {
+  std::vector<Case> cases = {
+      {"sample_tr4", kTr4, [](const fs::path& folder) { MakeSample(folder, "tr4"); }},
+      {"sample_tr5", kTr5, [](const fs::path& folder) { MakeSample(folder, "tr5"); }}};
+  for (const int levels : {kMostLevels / 4, kMostLevels / 2, kMostLevels}) {
+    for (const std::uint8_t game : {kTr4, kTr5}) {
+      cases.push_back({"levels_" + std::to_string(levels) + "_tr" + std::to_string(game), game,
+                       [=](const fs::path& folder) { MakeLargest(folder, game, levels); }});
+    }
+  }
+  return cases;
+}
+
+/// The folder of one benchmark, gone with it.
+class CaseFolder {
+ public:
+  explicit CaseFolder(const Case& made)
+      : path_(fs::temp_directory_path() /
+              ("quillmark_bench_" + std::to_string(std::random_device()()))),
+        game_(made.game) {
+    fs::create_directory(path_);
+    SetProgramFolder(path_.string());
+    made.make(path_);
+  }
+  ~CaseFolder() {
+    Files.CloseAll();
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  CaseFolder(const CaseFolder&) = delete;
+  CaseFolder& operator=(const CaseFolder&) = delete;
+
+  std::string Script() const { return (path_ / "SCRIPT.DAT").string(); }
+  std::string Folder() const { return path_.string(); }
+
+  void Load() const {
+    LoadCallbacks callbacks;
+    callbacks.chooseGame = [this] { TRScript.ScriptKind = game_; };
+    callbacks.languageFound = ReadFoundLanguage;
+    if (!LoadScript(Script(), callbacks)) throw std::runtime_error("the script can't be loaded");
+  }
+
+  void Save() const {
+    if (!SaveScript(Script()) || !WriteLoadedLanguages(Folder())) {
+      throw std::runtime_error("the script can't be saved");
+    }
+  }
+
+  /// All files, as they stand now. A save deletes the script and the file of the built streams.
+  std::vector<PlainFile> PlainFiles() const {
+    std::vector<PlainFile> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(path_)) {
+      const std::string name = entry.path().filename().string();
+      files.push_back(
+          TakeFile(entry.path().string(), name == "SCRIPT.DAT" || name == "scriptdata.tmp"));
+    }
+    return files;
+  }
+
+ private:
+  fs::path path_;
+  std::uint8_t game_;
+};
+
+/// A model as a start of the process finds it.
+void EmptyModel() {
+  TRScript = {};
+  StringsMod = {};
+  SizeOffsetArrays();
+}
+
+template <class Work>
+double Seconds(Work work) {
+  const Clock::time_point start = Clock::now();
+  work();
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double Shortest(const std::vector<double>& seconds) {
+  return *std::min_element(seconds.begin(), seconds.end());
+}
+
+constexpr double kMicroseconds = 1e6;
+constexpr double kNanoseconds = 1e9;
+
+/// Times `work` and `plain` in turn; the figures are of the shortest time of each.
+template <class Prepare, class Work, class Plain>
+void Compare(benchmark::State& state, std::size_t bytes, Prepare prepare, Work work, Plain plain) {
+  std::vector<double> ofWork;
+  std::vector<double> ofPlain;
+  for (auto _ : state) {
+    prepare();
+    ofWork.push_back(Seconds(work));
+    ofPlain.push_back(Seconds(plain));
+    state.SetIterationTime(ofWork.back());
+  }
+  const double workTime = Shortest(ofWork);
+  const double plainTime = Shortest(ofPlain);
+  state.counters["bytes"] = static_cast<double>(bytes);
+  state.counters["us"] = workTime * kMicroseconds;
+  state.counters["plain_us"] = plainTime * kMicroseconds;
+  state.counters["ratio"] = workTime / plainTime;
+  state.counters["ns_per_byte"] = workTime * kNanoseconds / static_cast<double>(bytes);
+}
+
+void Load(benchmark::State& state, const Case& chosen) {
+  const CaseFolder folder(chosen);
+  fs::remove(folder.Folder() + "/scriptdata.tmp");  // no load reads it
+  std::vector<PlainFile> files = folder.PlainFiles();
+  Compare(
+      state, BytesOf(files), EmptyModel, [&] { folder.Load(); },
+      [&] { std::for_each(files.begin(), files.end(), ReadPlainly); });
+}
+
+void Save(benchmark::State& state, const Case& chosen) {
+  const CaseFolder folder(chosen);
+  EmptyModel();
+  folder.Load();
+  folder.Save();
+  const std::vector<PlainFile> files = folder.PlainFiles();
+  Compare(
+      state, BytesOf(files), [] {}, [&] { folder.Save(); },
+      [&] { std::for_each(files.begin(), files.end(), WritePlainly); });
+}
+
+}  // namespace
+}  // namespace quillmark
+
+int main(int argc, char** argv) {
+  using namespace quillmark;
+  benchmark::Initialize(&argc, argv);
+  for (const Case& chosen : Cases()) {
+    benchmark::RegisterBenchmark(("load/" + chosen.name).c_str(), Load, chosen)->UseManualTime();
+    benchmark::RegisterBenchmark(("save/" + chosen.name).c_str(), Save, chosen)->UseManualTime();
+  }
+  benchmark::RunSpecifiedBenchmarks();
+}
