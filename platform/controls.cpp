@@ -7,6 +7,22 @@
 
 namespace quillmark {
 
+namespace {
+
+/// The next row behind `row`, around the end, whose text begins with that letter in either case;
+/// `row` itself if there is no other.
+template <class TextOfRow>
+int RowByInitial(char initial, int row, int count, const TextOfRow& textOf) {
+  const std::string wanted = UpperCased(std::string_view(&initial, 1));
+  for (int step = 1; step <= count; ++step) {
+    const int candidate = (row + step) % count;
+    if (UpperCased(textOf(candidate).substr(0, 1)) == wanted) return candidate;
+  }
+  return row;
+}
+
+}  // namespace
+
 bool Button::Press() {
   return Act([this] {
     TakeFocus();
@@ -226,16 +242,6 @@ bool RowsControl::StepTo(int row) {
   return true;
 }
 
-bool RowsControl::SearchFrom(char initial) {
-  const std::string wanted = UpperCased(std::string_view(&initial, 1));
-  for (int step = 1; step <= Count(); ++step) {
-    const int row = (row_ + step) % Count();
-    const std::string& text = rows_[static_cast<std::size_t>(row)];
-    if (!text.empty() && UpperCased(text.substr(0, 1)) == wanted) return StepTo(row);
-  }
-  return true;
-}
-
 bool RowsControl::HandleKey(Key key) {
   switch (key.code) {
     case KeyCode::Up:
@@ -248,8 +254,11 @@ bool RowsControl::HandleKey(Key key) {
       return StepTo(0);
     case KeyCode::End:
       return StepTo(Count() - 1);
-    case KeyCode::Character:
-      return SearchFrom(key.character);
+    case KeyCode::Character: {
+      const auto textOf = [this](int row) { return rows_[static_cast<std::size_t>(row)]; };
+      const int found = RowByInitial(key.character, row_, Count(), textOf);
+      return found == row_ || StepTo(found);
+    }
     default:
       return Control::HandleKey(key);
   }
@@ -378,10 +387,18 @@ bool ListView::HandleKey(Key key) {
       return step(row_ - 1);
     case KeyCode::Down:
       return step(row_ + 1);
+    case KeyCode::Left:
+    case KeyCode::Right:
+      return row_ < 0;  // else the view may scroll by it
     case KeyCode::Home:
       return step(0);
     case KeyCode::End:
       return step(Count() - 1);
+    case KeyCode::Character: {
+      const auto textOf = [this](int row) { return Cell(row, 1); };
+      const int found = RowByInitial(key.character, row_, Count(), textOf);
+      return found == row_ || step(found);
+    }
     default:
       return Control::HandleKey(key);
   }

@@ -174,7 +174,6 @@ class RowsControl : public Control {
 
  private:
   bool StepTo(int row);
-  bool SearchFrom(char initial);
 
   std::vector<std::string> rows_;
   int row_ = -1;
