@@ -225,7 +225,7 @@ bool WidgetHands::Select(Control& control, int row) {
   auto* combo = qobject_cast<QComboBox*>(&widget);
   auto* view = combo != nullptr ? combo->view() : qobject_cast<QAbstractItemView*>(&widget);
   if (view == nullptr) throw CommandError("not for a " + std::string(KindName(control.Kind())));
-  if (!Approach(control) || row < 0 || row >= view->model()->rowCount()) return false;
+  if (row < 0 || row >= view->model()->rowCount() || !Approach(control)) return false;
   if (combo != nullptr) {
     combo->setFocus(Qt::MouseFocusReason);
     combo->showPopup();
