@@ -66,17 +66,16 @@ QString WidgetName(const Control& control) {
 }
 
 FormWindow::FormWindow(Form& form)
-    : QWidget(nullptr, FlagsOf(form)), form_(form), content_(new QWidget) {
+    : QWidget(nullptr, FlagsOf(form)), form_(form), content_(new QWidget), area_(new QScrollArea) {
   setObjectName(QString::fromStdString(form.Name()) + QStringLiteral("Window"));
   DrawForm(form, *content_);
-  auto* area = new QScrollArea;
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);
-  area->setWidget(content_);
+  area_->setWidgetResizable(true);
+  area_->setFrameShape(QFrame::NoFrame);
+  area_->setFocusPolicy(Qt::NoFocus);
+  area_->setWidget(content_);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(area);
+  layout->addWidget(area_);
   for (Control* control : form.Controls()) {
     auto* widget = content_->findChild<QWidget*>(WidgetName(*control));
     if (widget == nullptr) continue;
@@ -190,7 +189,9 @@ void FormWindow::RefreshControl(const Control& control) {
 void FormWindow::RefreshFocus() {
   const Control* const focus = form_.Focus();
   QWidget* const widget = focus == nullptr ? nullptr : WidgetOf(*focus);
-  if (widget != nullptr && focusWidget() != widget) widget->setFocus(Qt::OtherFocusReason);
+  if (widget == nullptr || focusWidget() == widget) return;
+  widget->setFocus(Qt::OtherFocusReason);
+  area_->ensureWidgetVisible(widget);
 }
 
 void FormWindow::FindNamers() {

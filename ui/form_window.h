@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QScrollArea>
 #include <QWidget>
 #include <map>
 #include <memory>
@@ -61,6 +62,7 @@ class FormWindow : public QWidget {
 
   Form& form_;
   QWidget* content_;
+  QScrollArea* area_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<const Control*, Binding*> byControl_;
   std::map<const QWidget*, const QWidget*>

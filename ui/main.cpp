@@ -1,6 +1,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 #include "frame/startup.h"
 #include "platform/desktop.h"
@@ -13,6 +16,12 @@ int main(int argc, char* argv[]) {
   QApplication application(argc, argv);
   QApplication::setDesktopFileName(QStringLiteral("quillmark"));
   QApplication::setWindowIcon(ProgramIcon());
+
+  QTranslator ofTheDesktop;  // for the captions of the boxes' own buttons
+  if (ofTheDesktop.load(QLocale::system(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(&ofTheDesktop);
+  }
 
   SetProgramFolder(QDir::toNativeSeparators(QApplication::applicationDirPath()).toStdString());
   SetTrash(
