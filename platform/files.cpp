@@ -6,6 +6,7 @@
 
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
+#include "platform/log.h"
 #include "platform/system_path.h"
 
 namespace quillmark {
@@ -64,6 +65,7 @@ fs::path SystemPath(std::string_view path) {
 }
 
 std::string GetPath(std::string_view path) {
+  LogWrite("GetPath()");
   const std::size_t separator = path.find_last_of(kSeparators);
   return separator == std::string_view::npos ? std::string()
                                              : std::string(path.substr(0, separator));
