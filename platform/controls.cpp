@@ -158,6 +158,7 @@ void TextBox::ReplaceSelection(std::string_view with) {
 bool TextBox::EditByKey(Key key) {
   if (!Reachable()) return false;
   const int size = static_cast<int>(text_.size());
+  const int end = selectionStart_ + selectionLength_;  // where the caret stands
   switch (key.code) {
     case KeyCode::Character: {
       const char typed = Typed(key.character);
@@ -173,11 +174,10 @@ bool TextBox::EditByKey(Key key) {
       if (selectionLength_ > 0) ReplaceSelection({});
       return true;
     case KeyCode::Left:
-      SelectText(selectionLength_ > 0 ? selectionStart_ : selectionStart_ - 1, 0);
+      SelectText(end - 1, 0);
       return true;
     case KeyCode::Right:
-      SelectText(selectionLength_ > 0 ? selectionStart_ + selectionLength_ : selectionStart_ + 1,
-                 0);
+      SelectText(end + 1, 0);
       return true;
     default:
       return true;
