@@ -2,12 +2,11 @@
 //
 //     script_listing list   tr4|tr5 SCRIPT            the model as one JSON object
 //     script_listing resave tr4|tr5 SCRIPT TARGET     saves SCRIPT over TARGET, which has to exist,
-//     and
-//                                                     each loaded language beside it
+//                                                     and each loaded language beside it
 //
 // Exit status: 0 done; 1 refused; 2 a fault; 3 a level stream without its closing pair; 64 wrong
-// usage. Texts of troubles go to standard error. A model whose
-// language files could only be read in part is listed all the same, and is not saved.
+// usage. Texts of troubles go to standard error. A model whose language files could only be read in
+// part is listed all the same, and is not saved.
 
 #include <filesystem>
 #include <iostream>
@@ -37,8 +36,10 @@ struct Request {
   std::string target;
 };
 
+/// Empty for an empty argument, which names no file.
 std::string AbsolutePath(const char* argument) {
-  return PathText(std::filesystem::absolute(argument));
+  std::error_code error;
+  return PathText(std::filesystem::absolute(argument, error));
 }
 
 bool ReadRequest(const std::vector<const char*>& arguments, Request& request) {
@@ -79,12 +80,11 @@ Status Refuse(const std::string& path, const char* reason) {
 }
 
 /// Loads without making anything primary. The model is whole as well if only a language is refused.
-Status Load(const Request& request, bool& whole) {
+Status Load(const Request& request, const LanguageTroubles& troubles, bool& whole) {
   // Opening a file that is not there would make it.
   if (FindFile(request.script).empty()) {
     throw Fault(FaultKind::File, "there is no file '" + request.script + "'");
   }
-  const LanguageTroubles troubles;
   SizeOffsetArrays();
   LoadCallbacks callbacks;
   callbacks.chooseGame = [&request] { TRScript.ScriptKind = request.game; };
@@ -104,10 +104,13 @@ Status Save(const std::string& target) {
 }
 
 Status Run(const Request& request) {
+  const LanguageTroubles troubles;
   bool whole = false;
-  const Status loaded = Load(request, whole);
+  const Status loaded = Load(request, troubles, whole);
   if (request.resave) return loaded == kDone ? Save(request.target) : loaded;
-  if (whole) std::cout << JsonLine(ListScript()) << '\n';
+  if (whole && !(std::cout << JsonLine(ListScript()) << std::endl)) {
+    throw Fault(FaultKind::File, "the listing can't be written");
+  }
   return loaded;
 }
 

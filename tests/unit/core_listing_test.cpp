@@ -43,6 +43,8 @@ TEST_F(CoreListingTest, EndsWithItsStatus) {
   MakeFile(Path("refused"), Hex("0000 0100"));
   MakeFile(Path("faulty"), ScriptBytes({kClose}).replace(56, 2, Word(-32768)));
   MakeFile(Path("open"), ScriptBytes({Hex("82 0000 00 00 00")}));
+  std::filesystem::create_directories(Path("blocked/GERMAN.DAT"));
+  MakeFile(Path("blocked/SCRIPT.DAT"), "");
   struct Case {
     std::string arguments;
     int status;
@@ -52,9 +54,11 @@ TEST_F(CoreListingTest, EndsWithItsStatus) {
            {"list tr4 " + script, 0, ""},
            {"resave tr4 " + script + " " + Path("target"), 0, ""},
            {"list tr5 " + Path("refused"), 1, "refused: "},
+           {"resave tr4 " + script + " " + Path("blocked/SCRIPT.DAT"), 1, "refused: "},
            {"list tr5 " + Path("faulty"), 2, "overflow fault: "},
            {"list tr5 " + Path("none"), 2, "file fault: "},
            {"resave tr4 " + script + " " + Path("none"), 2, "file fault: "},
+           {"list tr4 \"\"", 2, "file fault: "},
            {"list tr5 " + Path("open"), 3, "Error: 0x83 opcode (End-of-data) not found!\n"},
            {"list tr6 " + script, 64, "usage"},
            {"list tr4", 64, "usage"},
