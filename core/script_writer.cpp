@@ -5,6 +5,7 @@
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/log.h"
+#include "platform/system_path.h"
 
 namespace quillmark {
 namespace {
@@ -16,8 +17,7 @@ std::int64_t LengthOf(const std::string& text) { return static_cast<std::int64_t
 /// Deletes the old script and gives the path to write to: with the letter case that the old name
 /// had on disk.
 std::string MakeRoom(const std::string& path) {
-  const std::string folder = path.substr(0, path.size() - FileNameOf(path).size());
-  const std::string target = folder + FindFile(path);
+  std::string target = PathText(SystemPath(path));
   DiscardFile(path);
   return target;
 }

@@ -304,6 +304,12 @@ TEST_F(CoreScriptTest, KeepsTheLetterCaseOnDisk) {
   EXPECT_EQ(Saving(Path("SCRIPT.DAT")), "true");
   EXPECT_TRUE(IsNamed(Path("Script.dat")));
   EXPECT_FALSE(IsNamed(Path("SCRIPT.DAT")));
+
+  // A backslash is part of the name on some systems, but always parts the folder from it here.
+  fs::create_directory(Path("sub"));
+  MakeFile(Path("sub\\B.dat"), "");
+  EXPECT_EQ(Saving(Path("sub\\b.DAT")), "true");
+  EXPECT_FALSE(Bytes(Path("sub\\B.dat")).empty());
 }
 
 TEST_F(CoreScriptTest, DiscardsTheOldScriptIntoTheTrash) {
