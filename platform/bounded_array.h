@@ -61,7 +61,8 @@ class FixedArray {
 template <class T>
 class DynamicArray {
  public:
-  /// Sets the bounds to 0 to `highest`, with every entry fresh.
+  /// Sets the bounds to 0 to `highest`, with every entry fresh. Throws the subscript fault for a
+  /// negative one.
   template <Index I>
   void Redim(I highest) {
     const std::size_t places = Places(highest);
@@ -92,9 +93,9 @@ class DynamicArray {
  private:
   template <Index I>
   static std::size_t Places(I highest) {
-    const std::int64_t places = static_cast<std::int64_t>(highest) + 1;
-    if (places < 0) ThrowSubscript(static_cast<std::int64_t>(highest), -1);
-    return static_cast<std::size_t>(places);
+    const auto last = static_cast<std::int64_t>(highest);
+    if (last < 0) ThrowSubscript(last, -1);
+    return static_cast<std::size_t>(last) + 1;
   }
 
   std::vector<T> items_;

@@ -148,6 +148,7 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
   for (const Case& c : std::initializer_list<Case>{{{2049, 0, 0}, true, 2049},
                                                    {{2000, 49, 1}, false, 2050},
                                                    {{0, 0, 0}, true, 0},
+                                                   {{0, 0, -1}, false, -1},
                                                    {{32767, 1, -1}, false, 0},
                                                    {{32767, -32767, 2}, true, 2}}) {
     Slot(Language::ENGLISH) = {};
