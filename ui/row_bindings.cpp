@@ -124,7 +124,9 @@ ListViewBinding::ListViewBinding(ListView& control, QTreeView& widget)
 void ListViewBinding::ShowState() {
   if (shownVersion_ != cells_.RowsVersion()) model_.Reset();
   shownVersion_ = cells_.RowsVersion();
-  model_.Touch();
+  model_.RefreshHeader();
+  // Telling the view of changed cells would make it measure all of them; it shows a few.
+  view_.viewport()->update();
   ShowColumns();
   ShowRow(view_, cells_.Row());
 }

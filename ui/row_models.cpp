@@ -57,10 +57,6 @@ void CellsModel::Reset() {
   endResetModel();
 }
 
-void CellsModel::Touch() {
-  const int lastColumn = columnCount() - 1;
-  if (announced_ > 0) emit dataChanged(index(0, 0), index(announced_ - 1, lastColumn));
-  emit headerDataChanged(Qt::Horizontal, 0, lastColumn);
-}
+void CellsModel::RefreshHeader() { emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1); }
 
 }  // namespace quillmark

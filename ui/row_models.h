@@ -37,8 +37,8 @@ class CellsModel : public QAbstractTableModel {
 
   /// Tells the views that all rows are new.
   void Reset();
-  /// Tells the views that cells, pictures and captions may be new.
-  void Touch();
+  /// Tells the views that captions may be new.
+  void RefreshHeader();
 
  private:
   const ListView& control_;
