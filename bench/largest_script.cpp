@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <random>
+#include <stdexcept>
 #include <string>
 
+#include "core/script_dat.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
 #include "strings/language_files.h"
 
 namespace quillmark {
@@ -102,6 +106,16 @@ void FillLargestScript(std::uint8_t game, int levels) {
   SizeOffsetArrays();
   for (LanguageSlot& slot : StringsMod.Slots) {
     FillLanguage(numbers, slot, kMostStrings * levels / kMostLevels, blockBytes);
+  }
+}
+
+void WriteLargestScript(const std::string& folder, std::uint8_t game, int levels) {
+  FillLargestScript(game, levels);
+  const std::string script = JoinPath(folder, "SCRIPT.DAT");
+  Files.OpenBinary(1, script);  // a save needs a file to replace
+  Files.CloseFiles();
+  if (!SaveScript(script) || !WriteLoadedLanguages(folder)) {
+    throw std::runtime_error("the largest script can't be saved");
   }
 }
 

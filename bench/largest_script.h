@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "core/script_model.h"
 
 namespace quillmark {
@@ -12,5 +14,8 @@ inline constexpr int kMostLevels = 255;
 /// bytes, and each language has 2,000 strings in 32767 bytes. With fewer levels all of it is less
 /// in proportion.
 void FillLargestScript(std::uint8_t game, int levels);
+
+/// Writes such a script and its languages into `folder`.
+void WriteLargestScript(const std::string& folder, std::uint8_t game, int levels);
 
 }  // namespace quillmark

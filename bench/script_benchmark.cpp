@@ -8,16 +8,14 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
-#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "bench/largest_script.h"
 #include "bench/plain_files.h"
+#include "bench/temporary_folder.h"
 #include "core/script_dat.h"
-#include "platform/file_numbers.h"
-#include "platform/files.h"
 #include "strings/language_files.h"
 
 namespace quillmark {
@@ -37,50 +35,26 @@ void MakeSample(const fs::path& folder, const char* sample) {
   fs::copy(fs::path(QUILLMARK_SAMPLES) / sample, folder);
 }
 
-void MakeLargest(const fs::path& folder, std::uint8_t game, int levels) {
-  FillLargestScript(game, levels);
-  const std::string script = (folder / "SCRIPT.DAT").string();
-  Files.OpenBinary(1, script);  // a save needs a file to replace
-  Files.CloseFiles();
-  if (!SaveScript(script) || !WriteLoadedLanguages(folder.string())) {
-    throw std::runtime_error("the largest script can't be saved");
-  }
-}
-
 std::vector<Case> Cases() {
   std::vector<Case> cases = {
       {"sample_tr4", kTr4, [](const fs::path& folder) { MakeSample(folder, "tr4"); }},
       {"sample_tr5", kTr5, [](const fs::path& folder) { MakeSample(folder, "tr5"); }}};
   for (const int levels : {kMostLevels / 4, kMostLevels / 2, kMostLevels}) {
     for (const std::uint8_t game : {kTr4, kTr5}) {
-      cases.push_back({"levels_" + std::to_string(levels) + "_tr" + std::to_string(game), game,
-                       [=](const fs::path& folder) { MakeLargest(folder, game, levels); }});
+      cases.push_back(
+          {"levels_" + std::to_string(levels) + "_tr" + std::to_string(game), game,
+           [=](const fs::path& folder) { WriteLargestScript(folder.string(), game, levels); }});
     }
   }
   return cases;
 }
 
-/// The folder of one benchmark, gone with it.
-class CaseFolder {
+/// The folder of one benchmark.
+class CaseFolder : public TemporaryFolder {
  public:
-  explicit CaseFolder(const Case& made)
-      : path_(fs::temp_directory_path() /
-              ("quillmark_bench_" + std::to_string(std::random_device()()))),
-        game_(made.game) {
-    fs::create_directory(path_);
-    SetProgramFolder(path_.string());
-    made.make(path_);
-  }
-  ~CaseFolder() {
-    Files.CloseAll();
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  CaseFolder(const CaseFolder&) = delete;
-  CaseFolder& operator=(const CaseFolder&) = delete;
+  explicit CaseFolder(const Case& made) : game_(made.game) { made.make(Path()); }
 
-  std::string Script() const { return (path_ / "SCRIPT.DAT").string(); }
-  std::string Folder() const { return path_.string(); }
+  std::string Script() const { return File("SCRIPT.DAT"); }
 
   void Load() const {
     LoadCallbacks callbacks;
@@ -90,7 +64,7 @@ class CaseFolder {
   }
 
   void Save() const {
-    if (!SaveScript(Script()) || !WriteLoadedLanguages(Folder())) {
+    if (!SaveScript(Script()) || !WriteLoadedLanguages(Path().string())) {
       throw std::runtime_error("the script can't be saved");
     }
   }
@@ -98,7 +72,7 @@ class CaseFolder {
   /// All files, as they stand now. A save deletes the script and the file of the built streams.
   std::vector<PlainFile> PlainFiles() const {
     std::vector<PlainFile> files;
-    for (const fs::directory_entry& entry : fs::directory_iterator(path_)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(Path())) {
       const std::string name = entry.path().filename().string();
       files.push_back(
           TakeFile(entry.path().string(), name == "SCRIPT.DAT" || name == "scriptdata.tmp"));
@@ -107,7 +81,6 @@ class CaseFolder {
   }
 
  private:
-  fs::path path_;
   std::uint8_t game_;
 };
 
@@ -154,7 +127,7 @@ void Compare(benchmark::State& state, std::size_t bytes, Prepare prepare, Work w
 
 void Load(benchmark::State& state, const Case& chosen) {
   const CaseFolder folder(chosen);
-  fs::remove(folder.Folder() + "/scriptdata.tmp");  // no load reads it
+  fs::remove(folder.File("scriptdata.tmp"));  // no load reads it
   std::vector<PlainFile> files = folder.PlainFiles();
   Compare(
       state, BytesOf(files), EmptyModel, [&] { folder.Load(); },
