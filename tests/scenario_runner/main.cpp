@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -28,6 +29,8 @@ struct Arguments {
   std::string samples;
   bool widgets = false;
   std::string scenario;
+  /// What starts a driver for Windows, and shows it the files of this machine as drive Z.
+  std::string emulator = {};
 };
 
 /// A line of a scenario, and where it stands.
@@ -72,6 +75,8 @@ std::vector<std::string> ReadInterfaceTable(const std::string& path) {
   }
   return entries;
 }
+
+std::string Unquoted(const std::string& text) { return text.substr(1, text.size() - 2); }
 
 /// One run of one scenario in its own folder.
 class Run {
@@ -148,15 +153,26 @@ class Run {
 
   void Start(const std::vector<std::string>& expected) {
     std::vector<std::string> command = {arguments_.driver};
+    if (!arguments_.emulator.empty()) command.insert(command.begin(), arguments_.emulator);
     if (arguments_.widgets) command.emplace_back("--widgets");
-    command.push_back((work_ / "program").string());
+    command.push_back(DriverPath((work_ / "program").string()));
     driver_.reset();
     driver_ = std::make_unique<DriverProcess>(command, work_, Errors(),
                                               std::chrono::steady_clock::now() + kTimeLimit);
     CheckAnswer(expected, driver_->Answer());
   }
 
+  /// A path of this machine as the driver knows it.
+  std::string DriverPath(std::string path) const {
+    if (arguments_.emulator.empty()) return path;
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return "Z:" + path;
+  }
+
+  /// Puts in what the names behind "$" stand for. What the driver takes and answers has paths in
+  /// quotes and in the driver's form; the runner's own lines have them in that of this machine.
   std::string Substituted(std::string text) const {
+    const bool ofDriver = !text.starts_with('@');
     for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;) {
       std::string_view name;
       std::string value;
@@ -169,12 +185,16 @@ class Run {
         value = (work_ / "program").string();
       } else if (rest.starts_with("${")) {
         name = rest.substr(0, rest.find('}') + 1);
-        const std::string quoted = Quoted(english_.at(std::stoul(std::string(name.substr(2)))));
-        value = quoted.substr(1, quoted.size() - 2);
+        value = Unquoted(Quoted(english_.at(std::stoul(std::string(name.substr(2))))));
       } else {
         value = name = rest.substr(0, 1);
       }
-      text.replace(at, name.size(), value);
+      std::size_t length = name.size();
+      if (ofDriver && (name == "$WORK" || name == "$PROGRAM")) {
+        length = std::min(rest.find_first_of("'\""), rest.size());
+        value = Unquoted(Quoted(DriverPath(value.append(rest, name.size(), length - name.size()))));
+      }
+      text.replace(at, length, value);
       at += value.size();
     }
     return text;
@@ -207,13 +227,15 @@ int RunScenario(const Arguments& arguments) {
 }  // namespace quillmark
 
 int main(int argc, char** argv) {
-  if (argc != 6) {
-    std::cerr << "usage: scenario_runner DRIVER PROGRAM_FILES SAMPLES logical|widgets SCENARIO\n";
+  if (argc != 6 && argc != 7) {
+    std::cerr << "usage: scenario_runner DRIVER PROGRAM_FILES SAMPLES logical|widgets SCENARIO"
+                 " [EMULATOR]\n";
     return 64;
   }
   try {
     return quillmark::RunScenario({std::filesystem::absolute(argv[1]).string(), argv[2], argv[3],
-                                   std::string_view(argv[4]) == "widgets", argv[5]});
+                                   std::string_view(argv[4]) == "widgets", argv[5],
+                                   argc == 7 ? argv[6] : ""});
   } catch (const std::exception& trouble) {
     std::cerr << trouble.what() << "\n";
     return EXIT_FAILURE;
