@@ -39,6 +39,16 @@ void TestPrimary() {
   }
 }
 
+/// What a slot may take beyond a few times its file: zeros for texts that lie behind the file's
+/// end.
+constexpr std::size_t kMostZeros = 1100000;
+
+std::size_t BytesOfStrings() {
+  std::size_t bytes = 0;
+  for (const std::string& text : Slot(kLanguage).Strings) bytes += text.size();
+  return bytes;
+}
+
 void TestLanguage(std::string_view file) {
   bool failed = false;
   StartAfresh(failed);
@@ -46,6 +56,7 @@ void TestLanguage(std::string_view file) {
   Require(!Read(), "no language is primary by itself");
   LanguageSlot& slot = Slot(kLanguage);
   Require(IsOn(slot.Loaded) != failed, "a language is loaded or fails");
+  Require(BytesOfStrings() <= file.size() + kMostZeros, "the strings are no more than the file");
   ListSlot();
   Require(FileBytes(kFileName) == file, "a read leaves the file alone");
   if (failed) return;

@@ -19,6 +19,9 @@ constexpr unsigned char kMask = 0x5C;
 constexpr int kHeadLength = 12;
 constexpr int kOffsetLength = 2;
 constexpr int kPoolHighest = 4096;
+/// Zeros that a read may take from behind the end of a file: damaged offsets reach for many times
+/// less, a table that was made to fill the memory for many times more.
+constexpr std::size_t kMostZeros = 1U << 20U;
 
 /// All that sets the languages apart.
 struct LanguageRules {
@@ -109,6 +112,9 @@ void ReadStrings(LanguageSlot& slot) {
   for (int i = 0; i < slot.Total; ++i) {
     const std::int64_t bytes = std::max<std::int64_t>(0, StringLength(slot, i) + 1);
     const auto count = static_cast<std::size_t>(bytes);
+    if (from + count > area.size() + kMostZeros) {
+      throw Fault(FaultKind::Overflow, "the strings reach too far behind the end of the file");
+    }
     std::string text(area, std::min(from, area.size()), count);
     if (text.size() < count) text.resize(count, '\0');
     slot.Strings[i] = std::move(text);

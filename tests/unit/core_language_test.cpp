@@ -163,6 +163,17 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
   EXPECT_EQ(Slot(Language::ENGLISH).Strings[1].size(), 4991U);
 }
 
+TEST_F(CoreLanguageTest, TakesNoMoreMemoryThanDamagedOffsetsCanAskFor) {
+  for (const int pairs : {32, 33}) {
+    MakeFile(Path("a"),
+             Word(2 * pairs) + Zeros(10) + Repeated(Word(0) + Word(32767), pairs) + "x" + Zeros(1));
+    ReadLanguage(Language::ENGLISH, Path("a"));
+    EXPECT_EQ(TakeTold(), pairs == 32 ? "" : "failed 1");
+    EXPECT_EQ(Slot(Language::ENGLISH).Strings[62].size(), 32767U);
+    Files.CloseFiles();
+  }
+}
+
 TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
   LanguageSlot& slot = Slot(Language::ENGLISH);
   slot.Total = 3;
