@@ -76,7 +76,11 @@ bool ShowAsTheProgramWould(Form& form) {
   return true;
 }
 
-bool Enable(Control& control) {
+bool ChooseEntry(Hands& hands, Control& control) {
+  return hands.ChooseEntry(As<MenuEntry>(control));
+}
+
+bool Enable(Hands& /*hands*/, Control& control) {
   TheDesktop().RunAct(control.FullName(), [&] {
     control.SetVisible(true);
     control.SetEnabled(true);
@@ -105,10 +109,7 @@ ControlAct KeyAct(Key key) {
 }
 
 const std::map<std::string, ControlActReader, std::less<>> kControlActs = {
-    {"click",
-     [](CommandLine&) -> ControlAct {
-       return [](Hands& hands, Control& control) { return hands.Click(control); };
-     }},
+    {"click", [](CommandLine&) -> ControlAct { return &Hands::Click; }},
     {"mouse",
      [](CommandLine& line) -> ControlAct {
        return [button = Named(kMouseButtons, line.Word())](Hands& hands, Control& control) {
@@ -134,15 +135,8 @@ const std::map<std::string, ControlActReader, std::less<>> kControlActs = {
          return hands.Select(control, row);
        };
      }},
-    {"menu",
-     [](CommandLine&) -> ControlAct {
-       return
-           [](Hands& hands, Control& control) { return hands.ChooseEntry(As<MenuEntry>(control)); };
-     }},
-    {"enable",
-     [](CommandLine&) -> ControlAct {
-       return [](Hands&, Control& control) { return Enable(control); };
-     }},
+    {"menu", [](CommandLine&) -> ControlAct { return ChooseEntry; }},
+    {"enable", [](CommandLine&) -> ControlAct { return Enable; }},
 };
 
 }  // namespace

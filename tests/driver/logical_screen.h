@@ -20,23 +20,12 @@ class LogicalScreen : public Screen {
     return pressed.value_or(BoxButton::Cancel);
   }
   std::optional<std::string> AskText(const InputBox& box) override {
-    std::optional<std::string> text;
-    bool closed = false;
-    driver_.ServeBox(Driver::InputPrompt(
-                         box, [&](std::string reply) { text = std::move(reply), closed = true; },
-                         [&] { closed = true; }),
-                     [&] { return closed; });
-    return text;
+    return AskAnything(
+        [&](auto answer, auto cancel) { return Driver::InputPrompt(box, answer, cancel); });
   }
   std::optional<std::string> AskFile(const FileRequest& request) override {
-    std::optional<std::string> path;
-    bool closed = false;
-    driver_.ServeBox(
-        Driver::FilePrompt(
-            request, [&](std::string chosen) { path = std::move(chosen), closed = true; },
-            [&] { closed = true; }),
-        [&] { return closed; });
-    return path;
+    return AskAnything(
+        [&](auto answer, auto cancel) { return Driver::FilePrompt(request, answer, cancel); });
   }
 
   void FormShown(Form& /*form*/) override {}
@@ -55,6 +44,17 @@ class LogicalScreen : public Screen {
   void Refresh() override { TheDesktop().TakeChanged(); }
 
  private:
+  /// Opens the box that `open` makes of what takes its answer and its cancellation.
+  template <class Open>
+  std::optional<std::string> AskAnything(const Open& open) {
+    std::optional<std::string> answer;
+    bool closed = false;
+    driver_.ServeBox(open([&](std::string text) { answer = std::move(text), closed = true; },
+                          [&] { closed = true; }),
+                     [&] { return closed; });
+    return answer;
+  }
+
   Driver& driver_;
 };
 

@@ -6,6 +6,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <map>
 #include <string_view>
 
 #include "ui/ansi_text.h"
@@ -28,67 +29,25 @@ void SendMouse(QWidget& target, QEvent::Type type, QPoint place, Qt::MouseButton
 }
 
 int QtKey(Key key) {
-  switch (key.code) {
-    case KeyCode::Character:
-      // Letters go by the number of their capital.
-      return FromAnsi(std::string_view(&key.character, 1)).toUpper().front().unicode();
-    case KeyCode::Backspace:
-      return Qt::Key_Backspace;
-    case KeyCode::Tab:
-      return Qt::Key_Tab;
-    case KeyCode::Enter:
-      return Qt::Key_Return;
-    case KeyCode::Escape:
-      return Qt::Key_Escape;
-    case KeyCode::PageUp:
-      return Qt::Key_PageUp;
-    case KeyCode::PageDown:
-      return Qt::Key_PageDown;
-    case KeyCode::End:
-      return Qt::Key_End;
-    case KeyCode::Home:
-      return Qt::Key_Home;
-    case KeyCode::Left:
-      return Qt::Key_Left;
-    case KeyCode::Right:
-      return Qt::Key_Right;
-    case KeyCode::Up:
-      return Qt::Key_Up;
-    case KeyCode::Down:
-      return Qt::Key_Down;
-    case KeyCode::Delete:
-      return Qt::Key_Delete;
-    case KeyCode::Other:
-      break;
-  }
-  return Qt::Key_unknown;
+  static const std::map<KeyCode, Qt::Key> keys = {{KeyCode::Backspace, Qt::Key_Backspace},
+                                                  {KeyCode::Tab, Qt::Key_Tab},
+                                                  {KeyCode::Enter, Qt::Key_Return},
+                                                  {KeyCode::Escape, Qt::Key_Escape},
+                                                  {KeyCode::Left, Qt::Key_Left},
+                                                  {KeyCode::Right, Qt::Key_Right},
+                                                  {KeyCode::Up, Qt::Key_Up},
+                                                  {KeyCode::Down, Qt::Key_Down},
+                                                  {KeyCode::Delete, Qt::Key_Delete}};
+  if (key.code != KeyCode::Character) return keys.at(key.code);
+  // Letters go by the number of their capital.
+  return FromAnsi(std::string_view(&key.character, 1)).toUpper().front().unicode();
 }
 
 }  // namespace
 
-Qt::MouseButton QtButton(MouseButton button) {
-  switch (button) {
-    case MouseButton::Left:
-      return Qt::LeftButton;
-    case MouseButton::Right:
-      return Qt::RightButton;
-    case MouseButton::Middle:
-      return Qt::MiddleButton;
-  }
-  return Qt::NoButton;
-}
-
-void SendMousePress(QWidget& target, QPoint place, Qt::MouseButton button) {
-  SendMouse(target, QEvent::MouseButtonPress, place, button, button);
-}
-
-void SendMouseRelease(QWidget& target, QPoint place, Qt::MouseButton button) {
-  SendMouse(target, QEvent::MouseButtonRelease, place, button, Qt::NoButton);
-}
-
 void SendClick(QWidget& target, QPoint place, Qt::MouseButton button) {
-  SendMousePress(target, place, button);
-  SendMouseRelease(target, place, button);
+  SendMouse(target, QEvent::MouseButtonPress, place, button, button);
+  SendMouse(target, QEvent::MouseButtonRelease, place, button, Qt::NoButton);
 }
 
 void SendKey(QWidget& target, Key key) {

@@ -11,13 +11,10 @@ namespace quillmark {
 /// The events that a person's mouse and keyboard make, sent to a widget as if the system had
 /// delivered them.
 
-void SendMousePress(QWidget& target, QPoint place, Qt::MouseButton button);
-void SendMouseRelease(QWidget& target, QPoint place, Qt::MouseButton button);
+/// One button of the mouse, down and up.
 void SendClick(QWidget& target, QPoint place, Qt::MouseButton button = Qt::LeftButton);
 
 /// One key, down and up. A character that no keyboard types comes the way of an input method.
 void SendKey(QWidget& target, Key key);
-
-Qt::MouseButton QtButton(MouseButton button);
 
 }  // namespace quillmark

@@ -183,13 +183,15 @@ bool WidgetHands::Click(Control& control) {
 }
 
 bool WidgetHands::PressMouse(Control& control, MouseButton button) {
+  // The numbers of the three buttons are the same.
+  const auto qtButton = static_cast<Qt::MouseButton>(button);
   QWidget& widget = WidgetOf(control);
   if (!Approach(control)) return false;
   if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) {
     // Left of all rows, where none can be.
-    SendClick(*view->viewport(), QPoint(-1, 0), QtButton(button));
+    SendClick(*view->viewport(), QPoint(-1, 0), qtButton);
   } else {
-    SendClick(widget, HotSpot(widget), QtButton(button));
+    SendClick(widget, HotSpot(widget), qtButton);
   }
   return true;
 }

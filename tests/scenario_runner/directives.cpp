@@ -39,7 +39,14 @@ std::string ReadHex(CommandLine& line) {
 
 std::size_t ReadOffset(CommandLine& line) { return std::stoul(line.Word(), nullptr, 0); }
 
-void WriteFile(const std::string& path, std::string_view bytes) {
+/// Two texts of a line, which braces take in the order of the line.
+struct TwoTexts {
+  std::string first;
+  std::string second;
+};
+
+void WriteFile(const TwoTexts& pathAndBytes) {
+  const auto& [path, bytes] = pathAndBytes;
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!file.flush()) throw Failure("cannot write " + path);
@@ -51,7 +58,7 @@ void Patch(CommandLine& line) {
   const std::size_t offset = ReadOffset(line);
   const std::string patch = ReadHex(line);
   if (offset + patch.size() > bytes.size()) throw Failure("the patch lies behind the file's end");
-  WriteFile(path, bytes.replace(offset, patch.size(), patch));
+  WriteFile({path, bytes.replace(offset, patch.size(), patch)});
 }
 
 void CheckBytes(CommandLine& line) {
@@ -84,32 +91,26 @@ void SetWritable(CommandLine& line, bool writable) {
                   writable ? fs::perm_options::add : fs::perm_options::remove);
 }
 
-void CopyFile(CommandLine& line) {
-  const std::string from = line.Word();
-  WriteFile(line.Word(), FileBytes(from));
-}
-
-void RenameFile(CommandLine& line) {
-  const std::string from = line.Word();
-  fs::rename(from, line.Word());
-}
-
-void WriteHexFile(CommandLine& line) {
-  const std::string path = line.Word();
-  WriteFile(path, ReadHex(line));
-}
-
-void WriteTextFile(CommandLine& line) {
-  const std::string path = line.Word();
-  WriteFile(path, line.Bytes());
-}
-
 const std::map<std::string, std::function<void(CommandLine&)>, std::less<>> kDirectives = {
-    {"write", WriteHexFile},
-    {"text", WriteTextFile},
+    {"write",
+     [](CommandLine& line) {
+       WriteFile({line.Word(), ReadHex(line)});
+     }},
+    {"text",
+     [](CommandLine& line) {
+       WriteFile({line.Word(), line.Bytes()});
+     }},
     {"patch", Patch},
-    {"copy", CopyFile},
-    {"rename", RenameFile},
+    {"copy",
+     [](CommandLine& line) {
+       const TwoTexts paths = {line.Word(), line.Word()};
+       WriteFile({paths.second, FileBytes(paths.first)});
+     }},
+    {"rename",
+     [](CommandLine& line) {
+       const TwoTexts paths = {line.Word(), line.Word()};
+       fs::rename(paths.first, paths.second);
+     }},
     {"remove", [](CommandLine& line) { fs::remove_all(line.Word()); }},
     {"readonly", [](CommandLine& line) { SetWritable(line, false); }},
     {"writable", [](CommandLine& line) { SetWritable(line, true); }},
