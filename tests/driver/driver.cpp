@@ -104,8 +104,19 @@ ControlAct TypeAct(CommandLine& line, bool replaces) {
   };
 }
 
+bool IsMenu(const Control& control) {
+  return control.Kind() == ControlKind::PopupMenu || control.Kind() == ControlKind::MenuEntry;
+}
+
+[[noreturn]] void ThrowNotFor(const Control& control) {
+  throw CommandError("not for a " + std::string(KindName(control.Kind())));
+}
+
 ControlAct KeyAct(Key key) {
-  return [key](Hands& hands, Control& control) { return hands.PressKey(control, key); };
+  return [key](Hands& hands, Control& control) {
+    if (!control.TakesFocus()) ThrowNotFor(control);
+    return hands.PressKey(control, key);
+  };
 }
 
 const std::map<std::string, ControlActReader, std::less<>> kControlActs = {
@@ -113,6 +124,7 @@ const std::map<std::string, ControlActReader, std::less<>> kControlActs = {
     {"mouse",
      [](CommandLine& line) -> ControlAct {
        return [button = Named(kMouseButtons, line.Word())](Hands& hands, Control& control) {
+         if (IsMenu(control)) ThrowNotFor(control);
          return hands.PressMouse(control, button);
        };
      }},
@@ -242,6 +254,7 @@ bool Driver::AnswerQuestion(const std::string& word, CommandLine& line) {
 }
 
 bool Driver::Act(const std::string& word, CommandLine& line) {
+  if (word == "cancel") line.ExpectEnd();
   if (word == "press" || word == "reply" || word == "cancel" || word == "choose") {
     return box_ != nullptr && box_->answer(word, line);
   }

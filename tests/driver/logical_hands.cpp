@@ -98,7 +98,10 @@ bool LogicalHands::PressMouse(Control& control, MouseButton button) {
       break;
   }
   if (!control.Reachable()) return false;
-  TheDesktop().RunAct(control.FullName(), [&] { control.TakeFocus(); });
+  TheDesktop().RunAct(control.FullName(), [&] {
+    TheDesktop().Raise(control.Owner());
+    control.TakeFocus();
+  });
   return true;
 }
 

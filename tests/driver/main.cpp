@@ -30,6 +30,7 @@ int RunWidgets(int argc, char** argv) {
   qInstallMessageHandler(PassOn);
   const QApplication application(argc, argv);
   QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+  QApplication::setDoubleClickInterval(0);
   WidgetHands hands;
   Driver driver(hands);
   WidgetScreen screen(driver);

@@ -193,6 +193,10 @@ bool WidgetHands::PressMouse(Control& control, MouseButton button) {
   } else {
     SendClick(widget, HotSpot(widget), qtButton);
   }
+  if (auto* combo = qobject_cast<QComboBox*>(&widget)) {
+    // Its list is open now, and takes no click on a row before the time of a double click is over.
+    combo->hidePopup();
+  }
   return true;
 }
 
