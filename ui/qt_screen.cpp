@@ -232,7 +232,15 @@ void QtScreen::Refresh() {
   }
   for (FormWindow* window : touched) window->RefreshAccessibleNames();
   const auto& shown = TheDesktop().ShownForms();
-  if (!shown.empty()) WindowOf(*shown.back()).RefreshFocus();
+  if (shown.empty()) return;
+  FormWindow& front = WindowOf(*shown.back());
+  front.RefreshFocus();
+  // The program may show a form once more; the person's other programs are none of its business.
+  const QWidget* const active = QApplication::activeWindow();
+  if (active != nullptr && active != &front && front.isVisible()) {
+    front.raise();
+    front.activateWindow();
+  }
 }
 
 QWidget* QtScreen::FrontWindow() const {
