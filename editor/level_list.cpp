@@ -120,6 +120,7 @@ void Add() {
     ShowErrorEntry(kTooManyEntry);
     return;
   }
+  RequireRecords(list.Count(), static_cast<std::size_t>(TRScript.NumLevels) + 2);
   list.AddRow("Level " + DecimalText(TRScript.NumLevels));
   ++TRScript.NumLevels;
   frmEditor.Label8.SetCaption(DecimalText(TRScript.NumLevels));
