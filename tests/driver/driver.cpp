@@ -265,10 +265,7 @@ bool Driver::Act(const std::string& word, CommandLine& line) {
   if (const auto known = kControlActs.find(word); known != kControlActs.end()) {
     Control& control = ControlNamed(line.Word());
     const ControlAct act = known->second(line);
-    return unlessBoxOpen([&] {
-      if (word != "menu" && hands_.Reach(control)) TheDesktop().ClosePopup();
-      return act(hands_, control);
-    });
+    return unlessBoxOpen([&] { return act(hands_, control); });
   }
   if (word == "timer") return unlessBoxOpen(LetTimerElapse);
   if (word == "call") {

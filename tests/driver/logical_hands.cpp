@@ -99,6 +99,7 @@ bool LogicalHands::PressMouse(Control& control, MouseButton button) {
   }
   if (!control.Reachable()) return false;
   TheDesktop().RunAct(control.FullName(), [&] {
+    TheDesktop().ClosePopup();
     TheDesktop().Raise(control.Owner());
     control.TakeFocus();
   });

@@ -171,6 +171,7 @@ bool WidgetHands::Reach(const Control& control) {
 
 bool WidgetHands::Approach(const Control& control) {
   if (!Reach(control)) return false;
+  TheDesktop().ClosePopup();
   QWidget& window = *WidgetOf(control).window();
   if (!window.isActiveWindow()) window.activateWindow();
   Settle();

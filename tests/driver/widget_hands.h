@@ -30,7 +30,8 @@ class WidgetHands : public Hands {
   QWidget& WidgetOf(const Control& control);
   template <class Widget>
   Widget& WidgetAs(const Control& control);
-  /// Brings the control's window to the front, as a window manager would; false out of reach.
+  /// Brings the control's window to the front, as a window manager would, and closes an open
+  /// menu; false out of reach.
   bool Approach(const Control& control);
   bool InFront(const QWidget& widget) const;
   bool HasFocus(const QWidget& widget) const;
