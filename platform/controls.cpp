@@ -419,6 +419,8 @@ bool MenuEntry::Choose() {
   });
 }
 
+bool PopupMenu::Reachable() const { return TheDesktop().Popup() == this; }
+
 bool MenuEntry::Reachable() const {
   const PopupMenu* popup = TheDesktop().Popup();
   if (popup == nullptr || !Enabled() || !Visible()) return false;

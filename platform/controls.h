@@ -293,6 +293,8 @@ class PopupMenu : public Control {
       : Control(form, ControlKind::PopupMenu, name, -1, {}), entries_(std::move(entries)) {}
 
   const std::vector<MenuEntry*>& Entries() const { return entries_; }
+  /// While it is open.
+  bool Reachable() const override;
   bool TakesFocus() const override { return false; }
 
  private:
