@@ -55,9 +55,8 @@ void WriteLevelOffsets() {
 void WriteLevels() {
   for (int i = 0; i < TRScript.NumLevels; ++i) {
     const LevelRawEntry& raw = TRScript.LevelRaw[i];
-    std::string bytes;
-    for (int at = 0; at < raw.Length; ++at) bytes += static_cast<char>(raw.Bytes[at].value());
-    Files.WriteText(kScriptFile, bytes);
+    const auto stream = raw.Bytes.First(raw.Length);
+    Files.WriteText(kScriptFile, std::string(stream.begin(), stream.end()));
     TRScript.ScriptDataSize += raw.Length;
   }
 }
@@ -76,7 +75,7 @@ bool SaveScript(const std::string& path) {
   TRScript.ScriptDataSize = 0;
   for (int i = 0; i < TRScript.NumLevels; ++i) RebuildGroups(TRScript.Levels[i]);
 
-  Files.OpenBinary(kScriptFile, MakeRoom(path));
+  Files.MakeBinary(kScriptFile, MakeRoom(path));
   const FlushOnFault keepWhatIsWritten(kScriptFile);
   WriteHead(HeadFlags(), TRScript);
   WriteHead(HeadCounts(), TRScript);

@@ -26,7 +26,11 @@ BatchState batch;
 /// Opens the file at position 0 and gives what it holds.
 std::string OpenOnDisk() {
   const std::string path = ProgramPath(kStreamName);
-  if (FindFile(path) == kStreamName) DeleteFile(path);
+  if (FindFile(path) == kStreamName) {
+    DeleteFile(path);
+    Files.MakeBinary(kStreamNumber, path);
+    return {};
+  }
   Files.OpenBinary(kStreamNumber, path);
   std::string old = Files.ReadText(kStreamNumber, Files.Length(kStreamNumber));
   Files.Seek(kStreamNumber, 0);
@@ -36,7 +40,11 @@ std::string OpenOnDisk() {
 void PutLastOnDisk() {
   if (!batch.pending) return;
   batch.pending = false;
-  OpenOnDisk();
+  if (batch.keepsTail) {
+    OpenOnDisk();
+  } else {
+    Files.MakeBinary(kStreamNumber, ProgramPath(kStreamName));
+  }
   Files.WriteText(kStreamNumber, batch.content);
   Files.Close(kStreamNumber);
 }

@@ -4,6 +4,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -44,6 +45,12 @@ class FixedArray {
   template <Index I>
   constexpr const T& operator[](I index) const {
     return items_[CheckedPosition(index, N)];
+  }
+
+  /// The entries below `count`; throws the subscript fault if there are less.
+  template <Index I>
+  constexpr std::span<const T> First(I count) const {
+    return std::span<const T>(items_).first(CheckedPosition(count, N + 1));
   }
 
   static constexpr std::size_t size() { return N; }

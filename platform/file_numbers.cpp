@@ -68,16 +68,21 @@ const FileNumbers::OpenFile& FileNumbers::Opened(int number, Mode mode) const {
 }
 
 void FileNumbers::OpenBinary(int number, const std::string& path) {
-  OpenFile& file = Free(number, path);
   const fs::path place = SystemPath(path);
-  file.writable = true;
-  if (!SizeOfFile(place)) {
-    if (IsThere(place)) FileFault(path, "can't be opened");
-    if (!OpenOnDisk(file.disk, place, kMake)) FileFault(path, "can't be made");
-  } else if (!OpenOnDisk(file.disk, place, kUpdate)) {
+  const bool isFile = SizeOfFile(place).has_value();
+  if (!isFile && !IsThere(place)) return MakeBinary(number, path);
+  OpenFile& file = Free(number, path);
+  if (!isFile) FileFault(path, "can't be opened");
+  if (!OpenOnDisk(file.disk, place, kUpdate)) {
     file.writable = false;
     if (!OpenOnDisk(file.disk, place, kRead)) FileFault(path, "can't be opened");
   }
+  file.mode = Mode::Binary;
+}
+
+void FileNumbers::MakeBinary(int number, const std::string& path) {
+  OpenFile& file = Free(number, path);
+  if (!OpenOnDisk(file.disk, FormOfSystem(path), kMake)) FileFault(path, "can't be made");
   file.mode = Mode::Binary;
 }
 
@@ -102,9 +107,8 @@ void FileNumbers::OpenOutput(int number, const std::string& path) {
 bool FileNumbers::IsOpen(int number) const { return Slot(number).mode != Mode::Closed; }
 
 bool FileNumbers::IsPathOpen(const std::string& path) const {
-  const fs::path place = SystemPath(path);
   return std::any_of(slots_.begin(), slots_.end(), [&](const OpenFile& file) {
-    return file.mode != Mode::Closed && IsSameFile(SystemPath(file.path), place);
+    return file.mode != Mode::Closed && IsSameFile(SystemPath(file.path), SystemPath(path));
   });
 }
 

@@ -23,6 +23,8 @@ class FileNumbers {
   /// is never truncated. A file that may not be written is opened for reading alone: the first
   /// write to it is the fault. Throws also if the number is open already.
   void OpenBinary(int number, const std::string& path);
+  /// The same with a file made anew under exactly this name, and emptied if it stands there.
+  void MakeBinary(int number, const std::string& path);
   /// Opens for `ReadField`. The file has to exist.
   void OpenInput(int number, const std::string& path);
   /// Opens for `PrintLine`, emptied. The file stays open in the system too until it is closed.
@@ -76,7 +78,7 @@ class FileNumbers {
     std::string bytes;
     bool whole = false;  ///< `bytes` is the file; otherwise what was written from its start
     std::size_t position = 0;
-    bool writable = false;
+    bool writable = true;
     bool metEnd = false;
     std::size_t dirtyFrom = 0;
     std::size_t dirtyTo = 0;

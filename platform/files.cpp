@@ -35,13 +35,14 @@ std::string QuotedPath(std::string_view path) { return "'" + std::string(path) +
 
 /// Where `path` stands on disk; the fault if nothing is there or a file number holds it.
 fs::path DeletablePath(std::string_view path) {
-  if (FindFile(path).empty()) {
+  fs::path place = SystemPath(path);
+  if (!SizeOfFile(place)) {
     throw Fault(FaultKind::File, "there is no file " + QuotedPath(path));
   }
   if (Files.IsPathOpen(std::string(path))) {
     throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is open and can't be deleted");
   }
-  return SystemPath(path);
+  return place;
 }
 
 void Remove(std::string_view path, const fs::path& place) {

@@ -158,19 +158,21 @@ void SumSizes(LanguageSlot& slot) {
   }
 }
 
-/// The offsets in front of one that has no place or no room in its type still get into the file.
-void WriteOffsets(LanguageSlot& slot, int count) {
+/// Writes the offsets and gives the area that they point into. Those in front of one that has no
+/// place or no room in its type still get into the file.
+std::string WriteOffsets(LanguageSlot& slot, int count) {
   const int places = std::min(count, static_cast<int>(slot.Offsets.size()));
   std::string numbers;
-  std::int64_t offset = 0;
+  std::string area;
   int i = 0;
-  for (; i < places && std::in_range<std::int16_t>(offset); ++i) {
-    slot.Offsets[i] = offset;
+  for (; i < places && std::in_range<std::int16_t>(area.size()); ++i) {
+    slot.Offsets[i] = area.size();
     AppendNumber(numbers, slot.Offsets[i]);
-    offset += static_cast<std::int64_t>(slot.Strings[i].size());
+    area += slot.Strings[i];
   }
   Files.WriteText(kWriteNumber, numbers);
-  if (i < count) slot.Offsets[i] = offset;
+  if (i < count) slot.Offsets[i] = area.size();
+  return area;
 }
 
 void WriteSlot(LanguageSlot& slot) {
@@ -180,9 +182,7 @@ void WriteSlot(LanguageSlot& slot) {
 
   // Kept as it is: string 0 and its offset are written even if there are none.
   const int count = std::max<int>(1, slot.Total);
-  WriteOffsets(slot, count);
-  std::string area;
-  for (int i = 0; i < count; ++i) area += slot.Strings[i];
+  std::string area = WriteOffsets(slot, count);
   Scramble(area);
   Files.WriteText(kWriteNumber, area);
 }
