@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by build and check: the folders, and the two builds. All output goes to build/windows.
 # environment: QUILLMARK_CACHE  the folder that keeps the static Qt; JOBS  compilers at a time
 
@@ -7,6 +8,7 @@ output=$root/build/windows
 cache=${QUILLMARK_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillmark}
 qt=$cache/qt-windows
 jobs=${JOBS:-$(nproc)}
+# shellcheck source=../packages.sh
 . "$root/packaging/packages.sh"
 
 step() { printf '== %s (%d s so far)\n' "$1" "$SECONDS"; }
