@@ -50,6 +50,7 @@ start_wine() {
   export WINEPREFIX=$output/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
   unset DISPLAY WAYLAND_DISPLAY
   mkdir -p "$WINEPREFIX"
+  stop_wine
   local limited=()
   [ "$(id -u)" -ne 0 ] || limited=(setpriv --bounding-set=-dac_override)
   "${limited[@]}" wineserver -p </dev/null >/dev/null 2>&1
@@ -61,4 +62,8 @@ start_wine() {
   fi
 }
 
-stop_wine() { wineserver -k </dev/null >/dev/null 2>&1 || true; }
+# stop_wine: ends what runs in that Wine, and in no other.
+stop_wine() {
+  wineserver -k </dev/null >/dev/null 2>&1 || true
+  wineserver -w </dev/null >/dev/null 2>&1 || true
+}
