@@ -92,13 +92,15 @@ bool ShowingFaults(int number, int entry, Work work) {
 /// which is read as a zero: kept as it is.
 Int32 StringLength(const LanguageSlot& slot, int i) {
   if (i < slot.Total - 1) return slot.Offsets[i + 1] - 1 - slot.Offsets[i];
-  return Files.Length(kReadNumber) - slot.Offsets[i] - kOffsetLength * slot.Total - kHeadLength;
+  return Files.Length(kReadNumber) - slot.Offsets[i] - std::int64_t{kOffsetLength} * slot.Total -
+         kHeadLength;
 }
 
 void ReadOffsets(LanguageSlot& slot) {
   const std::string numbers = Files.ReadText(kReadNumber, kOffsetLength * std::int64_t{slot.Total});
   for (int i = 0; i < slot.Total; ++i) {
-    slot.Offsets[i] = Int16At(numbers, static_cast<std::size_t>(kOffsetLength * i));
+    const auto entry = static_cast<std::size_t>(i);
+    slot.Offsets[i] = Int16At(numbers, kOffsetLength * entry);
   }
 }
 
