@@ -102,6 +102,14 @@ TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
   EXPECT_EQ(Bytes(Path("new")), Hex("07ffffff 0000 3412"));
   Files.CloseFiles();
   EXPECT_TRUE(Files.IsOpen(6)) << "the log's number stays";
+
+  Files.OpenBinary(1, Path("a"));
+  Files.WriteByte(1, 0);
+  EXPECT_EQ(Files.ReadByte(1), 0xfe) << "what was not written over comes from the disk";
+  Files.Close(1);
+  EXPECT_EQ(Bytes(Path("a")), Hex("00 fe 01000080 41 42 7f"));
+  Files.MakeBinary(1, Path("a"));
+  EXPECT_EQ(Files.Length(1), 0);
 }
 
 TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
