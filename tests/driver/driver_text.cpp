@@ -37,7 +37,7 @@ void CommandLine::SkipBlanks() {
 
 std::string CommandLine::Word() {
   if (AtEnd()) throw CommandError("the line is too short");
-  const std::string word(rest_.substr(0, rest_.find_first_of(" \t\r")));
+  std::string word(rest_.substr(0, rest_.find_first_of(" \t\r")));
   rest_.remove_prefix(word.size());
   SkipBlanks();
   return word;
