@@ -1,7 +1,9 @@
 # Sourced by ./run and ./test: makes sure of the packages that they need.
 
-# What a build of the program takes.
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools librsvg2-bin ccache)
+# What a build of the program takes; the libraries of tools and tests too, since the build tree is
+# configured as a whole.
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools librsvg2-bin ccache
+  nlohmann-json3-dev libgtest-dev libgmock-dev)
 
 # ensure_packages PACKAGE...: installs what is missing; on a system without Debian's package tools it
 # names the packages and stops.
