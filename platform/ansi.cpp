@@ -31,6 +31,16 @@ char ByteOf(char32_t character) {
   return static_cast<char>(static_cast<unsigned char>(kFirstSpecial + place));
 }
 
+char CapitalOf(char letter) {
+  const auto byte = static_cast<unsigned char>(letter);
+  const bool ascii = byte >= 'a' && byte <= 'z';
+  const bool accented = byte >= 0xE0 && byte != 0xF7 && byte != 0xFF;  // F7 is a division sign
+  if (ascii || accented) return static_cast<char>(byte - 0x20);
+  const bool hasCapital16Below = byte == 0x9A || byte == 0x9C || byte == 0x9E;
+  if (hasCapital16Below) return static_cast<char>(byte - 0x10);
+  return byte == 0xFF ? '\x9F' : letter;
+}
+
 struct Decoded {
   char32_t character = 0;
   std::size_t length = 0;  ///< in bytes; 0 for none that is well-formed
@@ -87,6 +97,12 @@ std::string Utf8ToAnsi(std::string_view utf8) {
     utf8.remove_prefix(std::max<std::size_t>(decoded.length, 1));
   }
   return ansi;
+}
+
+std::string AnsiInCapitals(std::string_view ansi) {
+  std::string capitals(ansi);
+  std::transform(capitals.begin(), capitals.end(), capitals.begin(), CapitalOf);
+  return capitals;
 }
 
 }  // namespace quillmark

@@ -16,4 +16,7 @@ std::string AnsiToUtf8(std::string_view ansi);
 /// every byte that belongs to no well-formed character.
 std::string Utf8ToAnsi(std::string_view utf8);
 
+/// ANSI text with all letters that have a capital in the code page as capitals.
+std::string AnsiInCapitals(std::string_view ansi);
+
 }  // namespace quillmark

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/ansi.h"
 #include "platform/desktop.h"
-#include "platform/files.h"
 
 namespace quillmark {
 
@@ -13,10 +13,10 @@ namespace {
 /// `row` itself if there is no other.
 template <class TextOfRow>
 int RowByInitial(char initial, int row, int count, const TextOfRow& textOf) {
-  const std::string wanted = UpperCased(std::string_view(&initial, 1));
+  const std::string wanted = AnsiInCapitals(std::string_view(&initial, 1));
   for (int step = 1; step <= count; ++step) {
     const int candidate = (row + step) % count;
-    if (UpperCased(textOf(candidate).substr(0, 1)) == wanted) return candidate;
+    if (AnsiInCapitals(textOf(candidate).substr(0, 1)) == wanted) return candidate;
   }
   return row;
 }

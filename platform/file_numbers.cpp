@@ -269,7 +269,6 @@ std::string FileNumbers::ReadField(int number) {
   const std::string& text = file.bytes;
   std::size_t& at = file.position;
   if (at >= text.size()) FileFault(file.path, "has no further field");
-  while (at < text.size() && text[at] == ' ') ++at;
 
   std::string field;
   if (at < text.size() && text[at] == '"') {

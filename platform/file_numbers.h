@@ -63,7 +63,7 @@ class FileNumbers {
   void Flush(int number);
 
   /// The next delimited field of a text file: up to a comma or a line end, or what stands between
-  /// double quotes, without blanks in front. Throws the file fault at the end of the file.
+  /// double quotes. Throws the file fault at the end of the file.
   std::string ReadField(int number);
 
   /// `text` and the system's line end.

@@ -5,6 +5,7 @@
 
 #include "core/script_model.h"
 #include "frame/interface_table.h"
+#include "platform/ansi.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
@@ -264,11 +265,11 @@ void SetPrimaryLanguage(Language language) {
 }
 
 int FindPoolString(std::string_view text) {
-  const std::string wanted = UpperCased(text);
+  const std::string wanted = AnsiInCapitals(text);
   for (int i = 0; i < StringsMod.NumStrings; ++i) {
     const std::string_view start =
         std::string_view(StringsMod.StringPool[i]).substr(0, text.size());
-    if (UpperCased(start) == wanted) return i;
+    if (AnsiInCapitals(start) == wanted) return i;
   }
   return -1;
 }

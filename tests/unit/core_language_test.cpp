@@ -224,6 +224,15 @@ TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
   EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
 }
 
+TEST_F(CoreTest, FindsStringsWhateverTheirLetterCase) {
+  StringsMod.StringPool.Redim(2);
+  StringsMod.NumStrings = 2;
+  StringsMod.StringPool[0] = "\xD7 \xF7";
+  StringsMod.StringPool[1] = "\xC9t\xE9 \x9E\xFF";
+  EXPECT_EQ(FindPoolString("\xE9T\xC9 \x8E\x9F"), 1);
+  EXPECT_EQ(FindPoolString("\xF7"), -1) << "a division sign is no small multiplication sign";
+}
+
 TEST_F(CoreTest, ReadsTheInterfaceTable) {
   const std::string magic = Hex("cd00cdcd");
   struct Case {
