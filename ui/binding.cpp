@@ -11,7 +11,7 @@ namespace quillmark {
 namespace {
 
 /// Average characters to the inch of the font that widths in form units are meant for.
-constexpr double kCharactersPerInch = 19.2;
+constexpr double kCharactersPerInch = 19.6;
 
 }  // namespace
 

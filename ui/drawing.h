@@ -14,6 +14,7 @@ namespace quillmark {
 ///     digits      of a line edit: it is as wide as so many digits need
 ///     characters  of a list: it is at least as wide as so many characters
 ///     lines       of a list: it is at least as high as so many lines
+///     allColumns  of a list view: it is at least as wide as all of its columns
 ///     fixedPitch  it uses the fixed-pitch font
 ///     iconName    of a button or line edit: its line icon
 ///     picture     of a label: its picture

@@ -2,46 +2,11 @@
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QScrollBar>
 
 #include "ui/key_events.h"
 
 namespace quillmark {
-namespace {
-
-/// Puts `view` on `row` without telling anybody but the view.
-void ShowRow(QAbstractItemView& view, int row) {
-  const QModelIndex wanted = view.model()->index(row, 0);
-  if (view.currentIndex().row() == wanted.row() && view.selectionModel()->hasSelection()) return;
-  if (wanted.isValid()) {
-    view.setCurrentIndex(wanted);
-    view.scrollTo(wanted);
-  } else {
-    view.selectionModel()->clear();
-  }
-}
-
-/// Whether a person moved to `row`: a view that only takes the focus makes its first row the
-/// current one too, but selects none.
-bool MovedTo(const QAbstractItemView& view, const QModelIndex& row) {
-  return !RefreshScope::Running() && view.selectionModel()->isSelected(row);
-}
-
-/// The row under the mouse, -1 for none.
-int RowAt(const QAbstractItemView& view, const QMouseEvent& event) {
-  return view.indexAt(event.position().toPoint()).row();
-}
-
-/// What list boxes and list views have in common.
-void Prepare(QAbstractItemView& view, QAbstractItemModel& model) {
-  view.setModel(&model);
-  view.setSelectionMode(QAbstractItemView::SingleSelection);
-  view.setSelectionBehavior(QAbstractItemView::SelectRows);
-  view.setEditTriggers(QAbstractItemView::NoEditTriggers);
-  view.setTabKeyNavigation(false);
-  view.setContextMenuPolicy(Qt::PreventContextMenu);
-}
-
-}  // namespace
 
 ComboBinding::ComboBinding(ComboBox& control, QComboBox& widget)
     : Binding(control, widget), rows_(control), combo_(widget), model_(control) {
@@ -56,8 +21,7 @@ ComboBinding::ComboBinding(ComboBox& control, QComboBox& widget)
 }
 
 void ComboBinding::ShowState() {
-  if (shownVersion_ != rows_.RowsVersion()) model_.Reset();
-  shownVersion_ = rows_.RowsVersion();
+  model_.Refresh();
   if (combo_.currentIndex() != rows_.Row()) combo_.setCurrentIndex(rows_.Row());
 }
 
@@ -68,67 +32,84 @@ bool ComboBinding::OtherEvent(QEvent& event) {
   return true;
 }
 
-ListBoxBinding::ListBoxBinding(ListBox& control, QListView& widget)
-    : Binding(control, widget), rows_(control), view_(widget), model_(control) {
-  Prepare(view_, model_);
-  view_.setUniformItemSizes(true);
+void ListBinding::Show(RowsModel& model) {
+  rows_ = &model;
+  view_.setModel(&model);
+  view_.setSelectionMode(QAbstractItemView::SingleSelection);
+  view_.setSelectionBehavior(QAbstractItemView::SelectRows);
+  view_.setEditTriggers(QAbstractItemView::NoEditTriggers);
+  view_.setTabKeyNavigation(false);
+  view_.setContextMenuPolicy(Qt::PreventContextMenu);
   view_.viewport()->installEventFilter(this);
   connect(view_.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& current) {
-            if (MovedTo(view_, current) && !rows_.Choose(current.row())) Restore();
+            // A view that only takes the focus makes its first row the current one too, but
+            // selects none.
+            const bool moved =
+                !RefreshScope::Running() && view_.selectionModel()->isSelected(current);
+            if (moved && !MoveTo(current.row())) Restore();
           });
 }
 
-void ListBoxBinding::ShowState() {
-  if (shownVersion_ != rows_.RowsVersion()) model_.Reset();
-  shownVersion_ = rows_.RowsVersion();
-  ShowRow(view_, rows_.Row());
+int ListBinding::RowAt(const QMouseEvent& event) const {
+  return view_.indexAt(event.position().toPoint()).row();
 }
 
-bool ListBoxBinding::KeyPressed(const QKeyEvent& event) {
+bool ListBinding::KeyPressed(const QKeyEvent& event) {
   return Binding::KeyPressed(event) || event.key() == Qt::Key_Space;
+}
+
+void ListBinding::ShowState() {
+  rows_->Refresh();
+  const QModelIndex wanted = rows_->index(Row(), 0);
+  if (view_.currentIndex().row() == wanted.row() && view_.selectionModel()->hasSelection()) return;
+  if (wanted.isValid()) {
+    view_.setCurrentIndex(wanted);
+    view_.scrollTo(wanted);
+  } else {
+    view_.selectionModel()->clear();
+  }
+}
+
+ListBoxBinding::ListBoxBinding(ListBox& control, QListView& widget)
+    : ListBinding(control, widget), list_(control), model_(control) {
+  Show(model_);
+  widget.setUniformItemSizes(true);
 }
 
 bool ListBoxBinding::MousePressed(const QMouseEvent& event) {
   const auto button = ButtonOf(event.button());
   if (!button) return false;
-  const int row = RowAt(view_, event);
-  if (rows_.MousePress(*button) && *button == MouseButton::Left) rows_.Choose(row);
+  const int row = RowAt(event);
+  if (list_.MousePress(*button) && *button == MouseButton::Left) list_.Choose(row);
   return true;
 }
 
 bool ListBoxBinding::MouseReleased(const QMouseEvent& event) {
   const auto button = ButtonOf(event.button());
   if (!button) return false;
-  rows_.MouseRelease(*button);
+  list_.MouseRelease(*button);
   return true;
 }
 
 ListViewBinding::ListViewBinding(ListView& control, QTreeView& widget)
-    : Binding(control, widget), cells_(control), view_(widget), model_(control) {
-  Prepare(view_, model_);
-  view_.setRootIsDecorated(false);
-  view_.setItemsExpandable(false);
-  view_.setUniformRowHeights(true);
-  view_.setAllColumnsShowFocus(true);
-  view_.header()->setSectionsMovable(false);
-  view_.header()->setStretchLastSection(false);
-  view_.header()->setMinimumSectionSize(8);
-  view_.viewport()->installEventFilter(this);
-  connect(view_.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          [this](const QModelIndex& current) {
-            if (MovedTo(view_, current) && !cells_.ChooseByKey(current.row())) Restore();
-          });
+    : ListBinding(control, widget), cells_(control), tree_(widget), model_(control) {
+  Show(model_);
+  tree_.setRootIsDecorated(false);
+  tree_.setItemsExpandable(false);
+  tree_.setUniformRowHeights(true);
+  tree_.setAllColumnsShowFocus(true);
+  tree_.header()->setSectionsMovable(false);
+  tree_.header()->setStretchLastSection(false);
+  tree_.header()->setMinimumSectionSize(8);
 }
 
 void ListViewBinding::ShowState() {
-  if (shownVersion_ != cells_.RowsVersion()) model_.Reset();
-  shownVersion_ = cells_.RowsVersion();
+  ListBinding::ShowState();
   model_.RefreshHeader();
-  // Telling the view of changed cells would make it measure all of them; it shows a few.
-  view_.viewport()->update();
   ShowColumns();
-  ShowRow(view_, cells_.Row());
+  // Telling the view of changed cells would make it measure all of them; it shows a few.
+  tree_.viewport()->update();
 }
 
 void ListViewBinding::ShowColumns() {
@@ -138,18 +119,18 @@ void ListViewBinding::ShowColumns() {
     if (shownWidths_[i] == columns[i].width) continue;
     shownWidths_[i] = columns[i].width;
     const int column = static_cast<int>(i);
-    view_.setColumnHidden(column, columns[i].width <= 0);
-    if (columns[i].width > 0) view_.setColumnWidth(column, ColumnPixels(view_, columns[i].width));
+    tree_.setColumnHidden(column, columns[i].width <= 0);
+    if (columns[i].width > 0) tree_.setColumnWidth(column, ColumnPixels(tree_, columns[i].width));
   }
-}
-
-bool ListViewBinding::KeyPressed(const QKeyEvent& event) {
-  return Binding::KeyPressed(event) || event.key() == Qt::Key_Space;
+  if (tree_.property("allColumns").toBool()) {
+    tree_.setMinimumWidth(tree_.header()->length() + 2 * tree_.frameWidth() +
+                          tree_.verticalScrollBar()->sizeHint().width());
+  }
 }
 
 bool ListViewBinding::MousePressed(const QMouseEvent& event) {
   if (event.button() != Qt::LeftButton) return true;
-  const int row = RowAt(view_, event);
+  const int row = RowAt(event);
   if (row < 0) {
     cells_.ClickBeside();
   } else {

@@ -9,23 +9,23 @@ int RowsModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : announced_;
 }
 
-QVariant RowsModel::data(const QModelIndex& index, int role) const {
+void RowsModel::Refresh() {
+  if (announcedVersion_ == Version()) return;
+  beginResetModel();
+  announced_ = Count();
+  announcedVersion_ = Version();
+  endResetModel();
+}
+
+int TextsModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : 1; }
+
+QVariant TextsModel::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole || index.row() < 0 || index.row() >= control_.Count()) return {};
   return FromAnsi(control_.Rows()[static_cast<std::size_t>(index.row())]);
 }
 
-void RowsModel::Reset() {
-  beginResetModel();
-  announced_ = control_.Count();
-  endResetModel();
-}
-
 CellsModel::CellsModel(const ListView& control) : control_(control) {
   for (const std::string& name : control.Images()) pictures_.push_back(PictureIcon(name));
-}
-
-int CellsModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : announced_;
 }
 
 int CellsModel::columnCount(const QModelIndex& parent) const {
@@ -49,12 +49,6 @@ QVariant CellsModel::headerData(int section, Qt::Orientation orientation, int ro
   if (role == Qt::TextAlignmentRole) return QVariant(Qt::AlignLeft | Qt::AlignVCenter);
   if (role != Qt::DisplayRole) return {};
   return FromAnsi(control_.Columns()[static_cast<std::size_t>(section)].caption);
-}
-
-void CellsModel::Reset() {
-  beginResetModel();
-  announced_ = control_.Count();
-  endResetModel();
 }
 
 void CellsModel::RefreshHeader() { emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1); }

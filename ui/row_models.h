@@ -1,49 +1,66 @@
 #pragma once
 
-#include <QAbstractListModel>
 #include <QAbstractTableModel>
 #include <QIcon>
+#include <cstdint>
 #include <vector>
 
 #include "platform/controls.h"
 
 namespace quillmark {
 
-/// The rows of a combo or list box, read from the control itself.
-class RowsModel : public QAbstractListModel {
+/// The rows of a control, read from the control itself.
+class RowsModel : public QAbstractTableModel {
  public:
-  explicit RowsModel(const RowsControl& control) : control_(control) {}
-
   int rowCount(const QModelIndex& parent = {}) const override;
+
+  /// Tells the views that all rows are new, if they are.
+  void Refresh();
+
+ protected:
+  virtual int Count() const = 0;
+  virtual std::uint64_t Version() const = 0;
+
+ private:
+  int announced_ = 0;  ///< rows that the views know of, whatever the control holds meanwhile
+  std::uint64_t announcedVersion_ = 0;
+};
+
+/// The rows of a combo or list box.
+class TextsModel : public RowsModel {
+ public:
+  explicit TextsModel(const RowsControl& control) : control_(control) {}
+
+  int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
 
-  /// Tells the views that all rows are new.
-  void Reset();
+ protected:
+  int Count() const override { return control_.Count(); }
+  std::uint64_t Version() const override { return control_.RowsVersion(); }
 
  private:
   const RowsControl& control_;
-  int announced_ = 0;  ///< rows that the views know of, whatever the control holds meanwhile
 };
 
-/// The cells of a list view, read from the control itself.
-class CellsModel : public QAbstractTableModel {
+/// The cells of a list view.
+class CellsModel : public RowsModel {
  public:
   explicit CellsModel(const ListView& control);
 
-  int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-  /// Tells the views that all rows are new.
-  void Reset();
   /// Tells the views that captions may be new.
   void RefreshHeader();
+
+ protected:
+  int Count() const override { return control_.Count(); }
+  std::uint64_t Version() const override { return control_.RowsVersion(); }
 
  private:
   const ListView& control_;
   std::vector<QIcon> pictures_;
-  int announced_ = 0;
 };
 
 }  // namespace quillmark
