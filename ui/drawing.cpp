@@ -88,6 +88,13 @@ void ApplyListSize(QAbstractItemView& view) {
   }
 }
 
+void ApplyFixedPitch(QWidget& widget) {
+  if (!widget.property("fixedPitch").toBool()) return;
+  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  font.setPointSizeF(widget.font().pointSizeF());
+  widget.setFont(font);
+}
+
 void ApplyPicture(QLabel& label) {
   const QString name = label.property("picture").toString();
   if (!name.isEmpty()) label.setPixmap(LargePicture(name, label.devicePixelRatioF()));
@@ -105,9 +112,7 @@ void DrawForm(const Form& form, QWidget& content) {
   for (QWidget* widget : content.findChildren<QWidget*>()) {
     // Sizes mean nothing before the style has had its say.
     widget->ensurePolished();
-    if (widget->property("fixedPitch").toBool()) {
-      widget->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    }
+    ApplyFixedPitch(*widget);
     if (auto* line = qobject_cast<QLineEdit*>(widget)) ApplyDigits(*line);
     if (auto* view = qobject_cast<QAbstractItemView*>(widget)) ApplyListSize(*view);
     if (auto* label = qobject_cast<QLabel*>(widget)) ApplyPicture(*label);

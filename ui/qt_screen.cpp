@@ -17,7 +17,7 @@
 #include "platform/desktop.h"
 #include "ui/ansi_text.h"
 #include "ui/file_filters.h"
-#include "ui/list_popup_style.h"
+#include "ui/program_style.h"
 
 namespace quillmark {
 namespace {
@@ -74,7 +74,7 @@ BoxButton ButtonOfFrame(const MessageBox& box) {
 
 QtScreen::QtScreen() : lastFolder_(QDir::homePath()) {
   QApplication::setQuitOnLastWindowClosed(false);
-  QApplication::setStyle(new ListPopupStyle(QApplication::style()->name()));
+  QApplication::setStyle(new ProgramStyle(QApplication::style()->name()));
   clock_.setSingleShot(true);
   QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
     if (timer_ != nullptr) timer_->Elapse();
