@@ -21,7 +21,7 @@ FrmOptions::FrmOptions()
 }
 
 FrmEx::FrmEx()
-    : Form("frmEx", {.caption = "Estensioni", .width = 320, .height = 220, .modal = true}) {
+    : Form("frmEx", {.caption = "Estensioni", .width = 320, .height = 170, .modal = true}) {
   defaultButton = &Command1;
   cancelButton = &Command2;
 }
@@ -30,7 +30,7 @@ std::vector<Design> FrmEx::InBothFrames(const char* caption) {
   return {{.frame = &Frame1[0], .caption = caption}, {.frame = &Frame1[1], .caption = caption}};
 }
 
-FrmSelScript::FrmSelScript() : Form("frmSelScript", {.width = 220, .height = 140, .modal = true}) {
+FrmSelScript::FrmSelScript() : Form("frmSelScript", {.width = 220, .height = 104, .modal = true}) {
   defaultButton = &Command1;
 }
 

@@ -173,6 +173,8 @@ void FormWindow::FollowForm() {
     setWindowFlag(Qt::WindowStaysOnTopHint);
     show();
   }
+  // The title bar of a form without a caption would show the name of the executable.
+  if (form_.Caption().empty()) windowHandle()->setTitle(FromAnsi(kProgramName));
 }
 
 void FormWindow::RefreshAll() {
