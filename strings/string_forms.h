@@ -20,10 +20,10 @@ struct FrmForm2 : Form {
                       {"Francese", 2200},
                       {"Spagnolo", 2200},
                       {"Giapponese", 2200}}};
-  Picture Image1{*this, "Image1", {.visible = false}};
+  Picture Image1{*this, "Image1", {}};
   ControlArray<TextBox, 7> txtString{*this, "txtString", Design{}};
-  ControlArray<Button, 7> cmdOpen{*this, "cmdOpen", {.caption = "...", .visible = false}};
-  TextBox Text1{*this, "Text1", {.visible = false}};
+  ControlArray<Button, 7> cmdOpen{*this, "cmdOpen", Design{}};
+  TextBox Text1{*this, "Text1", {}};
   Button Command1{*this, "Command1", {.caption = "OK"}};
   Button Command2{*this, "Command2", {.caption = "Annulla"}};
 };
