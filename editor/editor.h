@@ -38,23 +38,38 @@ void SelectValue(ComboBox& combo, int row, const char* value);
 /// level_list.cpp for what a copy holds.
 void CopyLevel(const LevelRecord& source, LevelRecord& target);
 
-/// Fills `lstLevels` anew with the names of all levels, with none selected.
+/// Fills `lstLevels` anew with the names of all levels, with none selected. Throws the subscript
+/// fault for a name that the string pool has no place for.
 void RebuildLevelRows();
 
 // The object and film lists.
 
-/// Fills `lstObj`, or `lstCuts`, anew from the selected level.
+/// Fills `lstObj` anew from the selected level. Throws the missing selection fault, and the invalid
+/// value fault for an object whose string `cmbString` does not offer.
 void RefillObjects();
-void RefillCuts();
+
+/// Adds a row to `lstCuts` for each cutscene of the selected level. Throws the missing selection
+/// fault.
+void ShowCuts();
+
+/// The place in `Objects` of the object in the selected row of `lstObj`, as its last cell says.
+/// Throws the missing selection fault.
+int SelectedObject();
 
 /// The four buttons that need objects: change, delete, copy and paste.
 void EnableObjectButtons(bool enabled);
 
 // Public operations of the form.
 
+/// Asks for a folder of language files and starts an empty script beside them. Throws the faults
+/// of reading these files.
 void New();
+
+/// Asks for the script's path and writes it and all loaded languages; a failure ends in an error
+/// box. Throws nothing but the faults of its dialogs.
 void SaveScriptProc();
-/// No control is bound to it.
+
+/// Shows the box about the program. No control is bound to it.
 void ShowAbout();
 
 // Each attaches the handlers of its subject; together once, before the main form is loaded.

@@ -108,11 +108,8 @@ void Remove() {
     ShowErrorEntry(kFirstRowEntry);
     return;
   }
-  if (row >= TRScript.NumFileNames) {
-    throw Fault(FaultKind::Subscript, "the script does not hold this name of the list");
-  }
   // Kept as it is: the levels are not renumbered.
-  for (int i = row; i < TRScript.NumFileNames; ++i) {
+  for (int i = row; i < list.Count(); ++i) {
     TRScript.FileNames[i] = TRScript.FileNames[i + 1];
   }
   --TRScript.NumFileNames;

@@ -5,7 +5,6 @@
 #include "editor/numbers.h"
 #include "frame/interface_table.h"
 #include "platform/desktop.h"
-#include "platform/fault.h"
 
 namespace quillmark {
 namespace {
@@ -50,15 +49,10 @@ void Add() {
 }
 
 void Delete() {
-  LevelRecord& level = SelectedLevel();
   ListView& list = frmEditor.lstCuts;
   const int row = list.SelectedRow();
   if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Cell(row, 1) + "?")) return;
-  if (row >= level.CutCount || list.Count() >= kCutPlaces) {
-    throw Fault(FaultKind::Subscript,
-                "a row can be deleted from a list of " + DecimalText(level.CutCount) +
-                    " cutscenes only while less than " + std::to_string(kCutPlaces) + " are shown");
-  }
+  LevelRecord& level = SelectedLevel();
   // The last pass takes the place behind the last entry, and so clears it.
   for (int i = row; i < list.Count(); ++i) {
     const CutEntry& next = level.Cuts[i + 1];
@@ -68,15 +62,14 @@ void Delete() {
   }
   --level.CutCount;
   list.Clear();
-  RefillCuts();
+  ShowCuts();
   if (level.CutCount == 0) frmEditor.Command4.SetEnabled(false);
 }
 
 }  // namespace
 
-void RefillCuts() {
+void ShowCuts() {
   const LevelRecord& level = SelectedLevel();
-  frmEditor.lstCuts.Clear();
   for (int i = 0; i < level.CutCount; ++i) ShowCut(level.Cuts[i]);
 }
 

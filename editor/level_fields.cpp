@@ -96,6 +96,10 @@ void AttachCombos() {
   frmEditor.cmbLegend.onSelect = ChooseLegend;
 }
 
+void ShowAtMostHighestByte(TextBox& box) {
+  if (NumberAtStart(box.Text()) > kHighestByte) box.SetText(std::to_string(kHighestByte));
+}
+
 // Arrays of numeric boxes: a key in one of them stores all of them.
 
 struct BoxArray {
@@ -123,7 +127,7 @@ void StoreArray(const BoxArray& array, TextBox& typedIn) {
     typedIn.SetText("0");
     return;
   }
-  if (NumberAtStart(typedIn.Text()) > kHighestByte) typedIn.SetText(std::to_string(kHighestByte));
+  ShowAtMostHighestByte(typedIn);
   LevelRecord& level = SelectedLevel();
   for (std::size_t i = 0; i < array.boxes.size(); ++i) {
     array.store(level, i, array.read(array.boxes[i]->Text()));
@@ -189,47 +193,44 @@ void CameraKeyRelease(TextBox& typedIn) {
 struct ByteBox {
   TextBox& box;
   Byte LevelRecord::*field;
-  void (*rule)(TextBox& box, Byte& field);
+  void (*rule)(TextBox& box, Byte LevelRecord::*field);
 };
 
-void ShowAtMostHighestByte(TextBox& box) {
-  if (NumberAtStart(box.Text()) > kHighestByte) box.SetText(std::to_string(kHighestByte));
-}
-
-void TrackRule(TextBox& box, Byte& field) {
+void TrackRule(TextBox& box, Byte LevelRecord::*field) {
   if (!IsAllDigits(box.Text())) {
-    box.SetText(DecimalText(field));
+    box.SetText(DecimalText(SelectedLevel().*field));
     return;
   }
   ShowAtMostHighestByte(box);
-  field = NumberAtStart(box.Text());
+  SelectedLevel().*field = NumberAtStart(box.Text());
 }
 
-void MirrorRoomRule(TextBox& box, Byte& field) {
+void MirrorRoomRule(TextBox& box, Byte LevelRecord::*field) {
   if (!IsAllDigits(box.Text()) || NumberAtStart(box.Text()) > kHighestByte) {
     box.SetText("0");
     return;
   }
-  field = NumberAtStart(box.Text());
+  SelectedLevel().*field = NumberAtStart(box.Text());
 }
 
 // Kept as it is: a 0 is shown but never stored.
-void ResetHubRule(TextBox& box, Byte& field) {
+void ResetHubRule(TextBox& box, Byte LevelRecord::*field) {
   ShowAtMostHighestByte(box);
   const bool stored = IsAllDigits(box.Text()) && NumberAtStart(box.Text()) != 0;
   frmEditor.check1.SetTicked(stored);
-  if (stored) field = NumberAtStart(box.Text());
+  if (stored) SelectedLevel().*field = NumberAtStart(box.Text());
 }
 
 // Kept as it is: the tick follows on the screen only, and a 0 leaves it.
-void UVRotateRule(TextBox& box, Byte& field) {
+void UVRotateRule(TextBox& box, Byte LevelRecord::*field) {
   if (!IsAllDigits(box.Text())) {
     box.SetText("0");
     return;
   }
   ShowAtMostHighestByte(box);
-  field = NumberAtStart(box.Text());
-  if (field > 0) frmEditor.chkUV.SetTicked(true);
+  const std::int64_t number = NumberAtStart(box.Text());
+  SelectedLevel().*field = number;
+  if (number > 0) frmEditor.chkUV.SetTicked(true);
 }
 
 void AttachByteBoxes() {
@@ -240,7 +241,7 @@ void AttachByteBoxes() {
       {frmEditor.txtUV, &LevelRecord::UVRotate, UVRotateRule},
   };
   for (const ByteBox& entry : boxes) {
-    entry.box.onKeyRelease = [entry](Key) { entry.rule(entry.box, SelectedLevel().*entry.field); };
+    entry.box.onKeyRelease = [entry](Key) { entry.rule(entry.box, entry.field); };
   }
 }
 

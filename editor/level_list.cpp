@@ -94,10 +94,7 @@ std::string LevelName(int level) {
   return StringsMod.StringPool[TRScript.Levels[level].NameString];
 }
 
-int SelectedRow() {
-  SelectedLevel();
-  return frmEditor.lstLevels.Row();
-}
+void RequireSelection() { SelectedLevel(); }
 
 /// Refuses a list that shows more rows than there are records for, as an insert may leave it.
 void RequireRecords(int highest, std::size_t places) {
@@ -134,7 +131,8 @@ void Add() {
 
 void Insert() {
   ListBox& list = frmEditor.lstLevels;
-  const int selected = SelectedRow();
+  RequireSelection();
+  const int selected = list.Row();
   if (selected == 0) {
     throw Fault(FaultKind::Subscript, "no level can be inserted in front of the title level");
   }
@@ -162,7 +160,7 @@ enum class DeleteResult { Refused, NotWanted, Done };
 
 DeleteResult DeleteSelected() {
   ListBox& list = frmEditor.lstLevels;
-  const int selected = SelectedRow();
+  const int selected = list.Row();
   if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Text() + "'?")) {
     return DeleteResult::NotWanted;
   }
@@ -171,6 +169,7 @@ DeleteResult DeleteSelected() {
     return DeleteResult::Refused;
   }
   const int last = list.Count() - 1;
+  RequireSelection();
   RequireRecords(last, TRScript.Levels.size());
   for (int i = selected; i < last; ++i) {
     CopyListedFields(TRScript.Levels[i + 1], TRScript.Levels[i]);

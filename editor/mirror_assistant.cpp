@@ -46,9 +46,9 @@ void WorkOutMirror() {
     return;
   }
 
-  LevelRecord& level = SelectedLevel();
   const Int32 value = (NumberAtStart(answer) + 1) * kUnitsPerSector;
   frmEditor.txtMirrorValue.SetText(HexText(static_cast<std::uint32_t>(value.value())));
+  LevelRecord& level = SelectedLevel();
   level.MirrorOn = kOn;
   level.MirrorRoom = NumberAtStart(roomAnswer);
   frmEditor.txtMirrorRoom.SetText(DecimalText(level.MirrorRoom));

@@ -12,8 +12,8 @@ namespace quillmark {
 bool IsAllDigits(std::string_view text);
 
 /// The number that `text` begins with, behind blanks and with a sign and a fraction if there are
-/// any, rounded to the nearest whole one; 0 if it begins with none. What is larger than any field
-/// of the model comes back as some number that is.
+/// any, rounded to the nearest whole one; 0 if it begins with none. A number that no field of the
+/// model can hold comes back as one that no field can hold either.
 std::int64_t NumberAtStart(std::string_view text);
 
 /// The number that the whole of `text` is, rounded alike. Throws the type fault if it is none.

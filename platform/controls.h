@@ -42,6 +42,7 @@ class Button : public Control {
 
   std::function<void()> onPress;
 
+  /// A person presses it. False if it can't be reached.
   bool Press();
   bool HandleKey(Key key) override;
 };

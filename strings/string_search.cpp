@@ -7,8 +7,6 @@
 namespace quillmark {
 namespace {
 
-constexpr int kObjectIndexColumn = 5;
-
 void LoadForm() {
   ApplyTexts(fss);
   for (int i = 0; i < StringsMod.NumStrings; ++i) fss.l.AddRow(StringsMod.StringPool[i]);
@@ -27,9 +25,7 @@ void TakeRow() {
 }
 
 void ReturnToObject() {
-  const ListView& objects = frmEditor.lstObj;
-  const int index = std::stoi(objects.Cell(objects.SelectedRow(), kObjectIndexColumn));
-  frmEditor.cmbString.Select(SelectedLevel().Objects[index].StringId);
+  frmEditor.cmbString.Select(SelectedLevel().Objects[SelectedObject()].StringId);
   fss.l.Select(StringsMod.FindIndex);
 }
 
