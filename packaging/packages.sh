@@ -1,16 +1,21 @@
-# Sourced by ./run and ./test: makes sure of the packages that they need.
+# Sourced by ./run, ./test and the scripts of packaging/windows: makes sure of the packages that they
+# need.
 
 # What a build of the program takes; the libraries of tools and tests too, since the build tree is
 # configured as a whole.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools librsvg2-bin ccache
   nlohmann-json3-dev libgtest-dev libgmock-dev)
 
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
 # ensure_packages PACKAGE...: installs what is missing; on a system without Debian's package tools it
 # names the packages and stops.
 ensure_packages() {
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     echo "This system has no Debian packages. What is needed, by Debian's names: $*" >&2
-    echo "Install these, then: cmake --preset release && cmake --build --preset release" >&2
+    echo "Install these, and build as CONTRIBUTING.md tells." >&2
     exit 1
   fi
   local missing=() package
@@ -21,9 +26,7 @@ ensure_packages() {
   done
   [ ${#missing[@]} -eq 0 ] && return
   echo "Installing: ${missing[*]}"
-  local as_root=()
-  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-  "${as_root[@]}" apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
+  as_root apt-get update -qq
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
     "${missing[@]}" >/dev/null
 }

@@ -5,7 +5,7 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 here=$root/packaging/windows
 output=$root/build/windows
-cache=${QUILLMARK_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillmark}
+cache=$(realpath -m "${QUILLMARK_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillmark}")
 qt=$cache/qt-windows
 jobs=${JOBS:-$(nproc)}
 # shellcheck source=../packages.sh
@@ -54,10 +54,10 @@ start_wine() {
   local limited=()
   [ "$(id -u)" -ne 0 ] || limited=(setpriv --bounding-set=-dac_override)
   "${limited[@]}" wineserver -p </dev/null >/dev/null 2>&1
-  "${limited[@]}" wine wineboot -u </dev/null >/dev/null 2>&1
+  quiet "$output/wine.log" "${limited[@]}" wine wineboot -u </dev/null
   if [ ! -f "$WINEPREFIX/ready" ]; then
-    wine regedit /S "$here/wine-fonts.reg" </dev/null >/dev/null 2>&1
-    wine winecfg -v win10 </dev/null >/dev/null 2>&1
+    quiet "$output/wine.log" wine regedit /S "$here/wine-fonts.reg" </dev/null
+    quiet "$output/wine.log" wine winecfg -v win10 </dev/null
     touch "$WINEPREFIX/ready"
   fi
 }

@@ -3,7 +3,8 @@
 enable_language(RC)
 find_program(ICOTOOL icotool REQUIRED)
 
-set(manifest ${CMAKE_CURRENT_LIST_DIR}/quillmark.manifest)
+set(manifest ${CMAKE_CURRENT_BINARY_DIR}/quillmark.manifest)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/quillmark.manifest.in ${manifest} @ONLY)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/quillmark.rc.in quillmark.rc @ONLY)
 
 set(sizes 16 20 24 32 48 64 128)
