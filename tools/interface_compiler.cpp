@@ -91,6 +91,7 @@ void AddLine(std::string_view line, Entries& entries) {
   const int number = EntryNumber(line.substr(0, first));
   const std::string_view name = line.substr(first + 1, second - first - 1);
   CheckName(name);
+  if (second + 1 == line.size()) throw Trouble("the text is empty");
   const std::string text = InCodePage(WithoutEscapes(line.substr(second + 1)));
   if (!entries.try_emplace(number, Entry{std::string(name), text}).second) {
     throw Trouble("the entry " + std::to_string(number) + " stands twice");
