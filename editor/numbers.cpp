@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <limits>
 #include <system_error>
 
@@ -11,13 +10,6 @@
 
 namespace quillmark {
 namespace {
-
-/// Far outside of every field, and still a whole number that fits.
-constexpr double kHuge = 1e15;
-
-std::int64_t RoundedBelowHuge(double value) {
-  return static_cast<std::int64_t>(std::nearbyint(std::clamp(value, -kHuge, kHuge)));
-}
 
 bool IsDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
@@ -36,12 +28,14 @@ std::int64_t NumberAtStart(std::string_view text) {
   double value = 0;
   const auto result =
       std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-  if (result.ec == std::errc::result_out_of_range) value = kHuge;
-  const std::int64_t whole = RoundedBelowHuge(value);
+  if (result.ec == std::errc::result_out_of_range) {
+    value = std::numeric_limits<double>::max();
+  }
+  const std::int64_t whole = RoundedNumber(value);
   return negative ? -whole : whole;
 }
 
-std::int64_t WholeNumber(std::string_view text) { return RoundedBelowHuge(RequireNumber(text)); }
+std::int64_t WholeNumber(std::string_view text) { return RoundedNumber(RequireNumber(text)); }
 
 std::uint64_t HexAtStart(std::string_view text) {
   std::uint64_t value = 0;

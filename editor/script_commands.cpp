@@ -49,9 +49,9 @@ std::string AskPath(bool save, const char* filter, int titleEntry) {
 /// fault is `failed`'s to report.
 void RunCommand(const std::function<void()>& steps, const std::function<void()>& failed) {
   try {
-    steps();
-  } catch (const Fault& fault) {
-    if (fault.kind() != FaultKind::Cancelled) failed();
+    UnlessCancelled(steps);
+  } catch (const Fault&) {
+    failed();
   }
 }
 
@@ -221,6 +221,7 @@ void SaveSteps() {
   const std::string path = AskPath(true, kScriptFilter, kSaveTitleEntry);
   if (path.empty()) return;
   const auto withPath = [&](int entry) { return InterfaceTable[entry] + Utf8ToAnsi(path) + "'"; };
+  // Kept as it is: a script that can't be saved ends in a fault, never in this answer.
   if (!SaveScript(path)) {
     TheDesktop().ShowError(InterfaceTable[0], withPath(kScriptNotSavedEntry));
     return;
@@ -288,13 +289,7 @@ void NewSteps() {
 
 }  // namespace
 
-void New() {
-  try {
-    NewSteps();
-  } catch (const Fault& fault) {
-    if (fault.kind() != FaultKind::Cancelled) throw;
-  }
-}
+void New() { UnlessCancelled(NewSteps); }
 
 void SaveScriptProc() {
   RunCommand(SaveSteps, [] { ShowErrorEntry(kSaveFailedEntry); });

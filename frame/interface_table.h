@@ -16,7 +16,7 @@ extern FixedArray<std::string, kInterfaceEntries> InterfaceNames;
 
 /// Fills `InterfaceTable` from `language.bin` in the program's folder, appending to what the
 /// entries hold. False if the file does not begin with the magic number; a missing file is made,
-/// empty, and counts as such. Throws the subscript fault for an entry past the last place.
+/// empty, and counts as such. Throws the subscript fault for a text past the last place.
 bool ReadInterfaceTable();
 
 /// Shows `InterfaceTable[entry]` as an error, under the title of all error boxes.

@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kNamesNumber = 5;
 constexpr int kTableNumber = 6;
+constexpr int kListWidth = 7200;
 constexpr int kNameColumn = 1;
 constexpr int kTextColumn = 2;
 constexpr std::string_view kMagic("\xCD\x00\xCD\xCD", 4);
@@ -28,21 +29,15 @@ void ListEntries() {
   Files.Close(kNamesNumber);
 }
 
-/// Shares the width of the list evenly between its two columns.
-void HalveColumns() {
-  ListView& list = frmLangEditor.l;
-  const int width = list.Columns()[0].width + list.Columns()[1].width;
-  list.SetColumnWidth(kNameColumn, width / 2);
-  list.SetColumnWidth(kTextColumn, width / 2);
-}
-
 void LoadDialog() {
   frmLangEditor.Text1.SetText(Settings.InterfaceFile);
-  frmLangEditor.Text1.SelectText(0,
-                                 0);  // so that the name is in sight and not the blanks behind it
+  // So that the name is in sight and not the blanks behind it.
+  frmLangEditor.Text1.SelectText(0, 0);
   ApplyTexts(frmLangEditor);
   ListEntries();
-  HalveColumns();
+  for (const int column : {kNameColumn, kTextColumn}) {
+    frmLangEditor.l.SetColumnWidth(column, kListWidth / 2);
+  }
 }
 
 void ShowTranslation() {
@@ -75,13 +70,11 @@ void Save() {
   ReloadInterface();
 }
 
-void ChooseFile() try {
+void ChooseFile() {
   StoreInterfaceFile(TheDesktop().AskFile(
       {.title = "Select language file", .filter = "Language files (*.bin)|*.bin"}));
   ReloadInterface();
   frmLangEditor.Load();
-} catch (const Fault& fault) {
-  if (fault.kind() != FaultKind::Cancelled) throw;
 }
 
 }  // namespace
@@ -90,7 +83,7 @@ void AttachLanguageEditor() {
   frmLangEditor.onLoad = LoadDialog;
   frmLangEditor.l.onItemClick = ShowTranslation;
   frmLangEditor.txtString.onChange = TakeTranslation;
-  frmLangEditor.Command1.onPress = ChooseFile;
+  frmLangEditor.Command1.onPress = [] { UnlessCancelled(ChooseFile); };
   frmLangEditor.Command2.onPress = Save;
   frmLangEditor.Command3.onPress = [] { frmLangEditor.Unload(); };
   frmEditor.Command28.onPress = [] { frmLangEditor.ShowModal(); };

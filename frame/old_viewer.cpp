@@ -1,7 +1,6 @@
-#include <sstream>
-
 #include "core/script_model.h"
 #include "editor/editor_form.h"
+#include "editor/numbers.h"
 #include "frame/dialog_forms.h"
 #include "frame/dialogs.h"
 
@@ -18,10 +17,8 @@ void ShowLevelBytes() {
   OldPrototipe.lstScriptData.Clear();
   const LevelRawEntry& level = TRScript.LevelRaw[OldPrototipe.lstLevels.Row()];
   for (int i = 0; i < level.Length; ++i) {
-    const int byte = level.Bytes[i].value();
-    std::ostringstream row;
-    row << std::hex << std::uppercase << byte << std::dec << " (" << byte << ")";
-    OldPrototipe.lstScriptData.AddRow(row.str());
+    const Byte byte = level.Bytes[i];
+    OldPrototipe.lstScriptData.AddRow(HexText(byte.value()) + " (" + DecimalText(byte) + ")");
   }
 }
 

@@ -15,6 +15,8 @@ struct PublicOperation {
   std::string_view name;
   void (*run)();
 };
+
+/// All of them. What they throw, their own headers tell.
 const std::vector<PublicOperation>& PublicOperations();
 
 }  // namespace quillmark

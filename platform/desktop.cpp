@@ -143,9 +143,17 @@ void Desktop::Stop(Timer& timer) {
 
 void Timer::Elapse() {
   TheDesktop().Stop(*this);
-  TheDesktop().RunAct("the timer", [this] {
+  TheDesktop().RunAct("Start the program", [this] {
     if (onElapse) onElapse();
   });
+}
+
+void UnlessCancelled(const std::function<void()>& steps) {
+  try {
+    steps();
+  } catch (const Fault& fault) {
+    if (fault.kind() != FaultKind::Cancelled) throw;
+  }
 }
 
 Form* Desktop::ModalForm() const {

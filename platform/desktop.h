@@ -94,6 +94,10 @@ class Desktop {
   Pointer pointer_ = Pointer::Default;
 };
 
+/// Runs `steps`; a file dialog that is cancelled among them ends them without a word. Throws all
+/// other faults on.
+void UnlessCancelled(const std::function<void()>& steps);
+
 /// The desktop of the process.
 Desktop& TheDesktop();
 

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "platform/ansi.h"
 #include "platform/files.h"
 #include "platform/system_path.h"
 
@@ -79,7 +80,7 @@ std::string PresentTime() {
     text.imbue(std::locale::classic());  // a system whose own locale is not installed
   }
   text << std::put_time(&parts, "%x %X");
-  return text.str();
+  return Utf8ToAnsi(text.str());
 }
 
 }  // namespace quillmark

@@ -106,13 +106,13 @@ void Form::KeepOnTop() {
 
 bool Form::Close() {
   if (!InFront() || !design_.framed) return false;
-  TheDesktop().RunAct(name_, [this] { Unload(); });
+  TheDesktop().RunAct("Close the window", [this] { Unload(); });
   return true;
 }
 
 bool Form::DragTo(int width, int height) {
   if (!InFront() || !design_.sizable) return false;
-  TheDesktop().RunAct(name_, [&] { SetSize(width, height); });
+  TheDesktop().RunAct("Resize the window", [&] { SetSize(width, height); });
   return true;
 }
 

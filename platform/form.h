@@ -41,7 +41,7 @@ class Form {
   Form& operator=(const Form&) = delete;
 
   std::function<void()> onLoad;
-  std::function<void()> onShow;    ///< each time that it comes onto the screen
+  std::function<void()> onShow;    ///< each time that it is shown, even if it is on the screen
   std::function<void()> onUnload;  ///< before its state is thrown away
   std::function<void()> onResize;  ///< the border was dragged, or code changed the size
 

@@ -33,10 +33,9 @@ double RequireNumber(std::string_view text) {
   return *number;
 }
 
-Int32 RoundedNumber(double number) {
-  constexpr double kBeyond32Bits = 1e10;
-  const double near = std::clamp(number, -kBeyond32Bits, kBeyond32Bits);
-  return static_cast<std::int64_t>(std::nearbyint(near));
+std::int64_t RoundedNumber(double number) {
+  constexpr double kHuge = 1e15;
+  return static_cast<std::int64_t>(std::nearbyint(std::clamp(number, -kHuge, kHuge)));
 }
 
 }  // namespace quillmark

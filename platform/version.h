@@ -7,7 +7,7 @@
 namespace quillmark {
 
 /// Major, minor and revision: what the splash form, the boxes and the settings file tell.
-inline constexpr std::array<std::uint8_t, 3> kVersion = {2, 0, 0};
+inline constexpr std::array<std::uint8_t, 3> kVersion = {QUILLMARK_VERSION};
 
 /// The three numbers with dots between them.
 inline std::string VersionText() {
