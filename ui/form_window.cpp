@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/controls.h"
 #include "platform/desktop.h"
@@ -86,6 +87,8 @@ FormWindow::FormWindow(Form& form)
   }
   for (ColourSwatch* swatch : content_->findChildren<ColourSwatch*>()) swatch->Follow(*content_);
   for (ColumnLabel* label : content_->findChildren<ColumnLabel*>()) label->Follow(*content_);
+  following_.setSingleShot(true);
+  connect(&following_, &QTimer::timeout, this, &FormWindow::FollowFrame);
   FindNamers();
   RefreshAll();
 }
@@ -113,7 +116,9 @@ QSize FormWindow::AtLeastNeeded(QSize size) const {
     if (QLayout* const layout = widget->layout()) layout->activate();
   });
   content_->layout()->activate();
-  const QSize needed = content_->minimumSizeHint();
+  QSize needed = content_->minimumSizeHint();
+  // Where points are no whole numbers of pixels, a window may lose one of them by rounding.
+  if (devicePixelRatioF() != std::floor(devicePixelRatioF())) needed += QSize(1, 1);
   QSize available = screen()->availableSize();
   if (form_.StartState().framed) {
     available -= QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight) + kFrameHeight);
@@ -295,7 +300,7 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 
 void FormWindow::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  if (isVisible()) QMetaObject::invokeMethod(this, &FormWindow::FollowFrame, Qt::QueuedConnection);
+  if (isVisible()) following_.start();
 }
 
 void FormWindow::changeEvent(QEvent* event) {

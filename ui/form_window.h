@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QScrollArea>
+#include <QTimer>
 #include <QWidget>
 #include <map>
 #include <memory>
@@ -68,6 +69,7 @@ class FormWindow : public QWidget {
   std::map<const QWidget*, const QWidget*>
       namers_;                    ///< what a label or check box gives its name to
   std::optional<QPoint> placed_;  ///< where the form's own place put the window last
+  QTimer following_;              ///< until the frame has come to rest
   QSize refused_;                 ///< the last size that the form did not take
   QElapsedTimer sinceRefused_;
 };

@@ -74,14 +74,16 @@ BoxButton ButtonOfFrame(const MessageBox& box) {
 
 QtScreen::QtScreen() : lastFolder_(QDir::homePath()) {
   QApplication::setQuitOnLastWindowClosed(false);
-  QApplication::setStyle(new ProgramStyle(QApplication::style()->name()));
+  auto* const style = new ProgramStyle(QApplication::style()->name());
+  style->setParent(QApplication::instance());
+  QApplication::setStyle(style);
   clock_.setSingleShot(true);
   QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
     if (timer_ != nullptr) timer_->Elapse();
   });
 }
 
-QtScreen::~QtScreen() { SetPointer(Pointer::Default); }
+QtScreen::~QtScreen() { QtScreen::SetPointer(Pointer::Default); }
 
 BoxButton QtScreen::AskMessage(const MessageBox& box) {
   QMessageBox shown(IconOf(box.icon), FromAnsi(box.title), FromAnsi(box.text),
