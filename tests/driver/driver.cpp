@@ -5,10 +5,16 @@
 #include <iostream>
 #include <map>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
-#include "driver/program.h"
+#include "core/script_model.h"
+#include "editor/editor.h"
+#include "frame/inventory.h"
+#include "frame/settings.h"
 #include "frame/startup.h"
+#include "platform/desktop.h"
+#include "strings/language_files.h"
 #include "tools/listing.h"
 
 namespace quillmark {
@@ -16,16 +22,16 @@ namespace quillmark {
 namespace {
 
 template <class Value>
-using Names = std::vector<std::pair<std::string_view, Value>>;
+using Names = std::map<std::string, Value, std::less<>>;
 
 const Names<BoxIcon> kIcons = {{"none", BoxIcon::None},
                                {"critical", BoxIcon::Critical},
                                {"question", BoxIcon::Question},
                                {"information", BoxIcon::Information},
                                {"warning", BoxIcon::Warning}};
-const Names<BoxButton> kButtons = {{"OK", BoxButton::OK},   {"Yes", BoxButton::Yes},
-                                   {"No", BoxButton::No},   {"Cancel", BoxButton::Cancel},
-                                   {"End", BoxButton::End}, {"Continue", BoxButton::Continue}};
+const Names<BoxButton> kBoxButtons = {{"OK", BoxButton::OK},   {"Yes", BoxButton::Yes},
+                                      {"No", BoxButton::No},   {"Cancel", BoxButton::Cancel},
+                                      {"End", BoxButton::End}, {"Continue", BoxButton::Continue}};
 const Names<MouseButton> kMouseButtons = {
     {"left", MouseButton::Left}, {"right", MouseButton::Right}, {"middle", MouseButton::Middle}};
 const Names<KeyCode> kKeys = {
@@ -34,19 +40,33 @@ const Names<KeyCode> kKeys = {
     {"Down", KeyCode::Down},     {"Backspace", KeyCode::Backspace}, {"Escape", KeyCode::Escape}};
 
 template <class Value>
-Value Named(const Names<Value>& names, std::string_view name) {
-  for (const auto& [known, value] : names) {
-    if (known == name) return value;
-  }
-  throw CommandError("unknown name: " + std::string(name));
+const Value& Named(const Names<Value>& names, const std::string& name) {
+  const auto found = names.find(name);
+  if (found == names.end()) throw CommandError("unknown name: " + name);
+  return found->second;
 }
 
 template <class Value>
-std::string NameOf(const Names<Value>& names, Value wanted) {
-  for (const auto& [name, value] : names) {
-    if (value == wanted) return std::string(name);
-  }
-  return {};
+std::string NameOf(const Names<Value>& names, Value value) {
+  return std::find_if(names.begin(), names.end(),
+                      [&](const auto& entry) { return entry.second == value; })
+      ->first;
+}
+
+// What a command reads behind its word.
+
+struct Path {
+  std::string text;
+};
+struct OperationName {
+  std::string text;
+};
+
+Key ReadKey(CommandLine& line) {
+  if (!line.AtQuote()) return {Named(kKeys, line.Word())};
+  const std::string character = line.Bytes();
+  if (character.size() != 1) throw CommandError("a key types one character");
+  return {KeyCode::Character, character.front()};
 }
 
 Form& FormNamed(const std::string& name) {
@@ -58,29 +78,84 @@ Form& FormNamed(const std::string& name) {
 Control& ControlNamed(const std::string& name) {
   const auto dot = std::min(name.find('.'), name.size());
   for (Control* control : FormNamed(name.substr(0, dot)).Controls()) {
-    if (dot < name.size() && control->FullName() == name.substr(dot + 1)) return *control;
+    if (name.substr(dot) == "." + control->FullName()) return *control;
   }
   throw CommandError("unknown control: " + name);
 }
 
-Key ReadKey(CommandLine& line) {
-  if (!line.AtQuote()) return {Named(kKeys, line.Word())};
-  const std::string character = line.Bytes();
-  if (character.size() != 1) throw CommandError("a key types one character");
-  return {KeyCode::Character, character.front()};
+/// What is kept of it until the act: texts are read as bytes.
+template <class What>
+using Kept = std::conditional_t<std::is_same_v<What, const std::string&>, std::string, What>;
+
+template <class What>
+What Read(CommandLine& line) {
+  if constexpr (std::is_same_v<What, int>) return line.Number();
+  if constexpr (std::is_same_v<What, std::string>) return line.Bytes();
+  if constexpr (std::is_same_v<What, Path>) return {line.Text()};
+  if constexpr (std::is_same_v<What, OperationName>) return {line.Word()};
+  if constexpr (std::is_same_v<What, BoxButton>) return Named(kBoxButtons, line.Word());
+  if constexpr (std::is_same_v<What, MouseButton>) return Named(kMouseButtons, line.Word());
+  if constexpr (std::is_same_v<What, Key>) return ReadKey(line);
+  if constexpr (std::is_same_v<What, Form&>) return FormNamed(line.Word());
+  if constexpr (std::is_same_v<What, Control&>) return ControlNamed(line.Word());
+  if constexpr (std::is_same_v<What, TextBox&>) return As<TextBox>(ControlNamed(line.Word()));
+  if constexpr (std::is_same_v<What, MenuEntry&>) return As<MenuEntry>(ControlNamed(line.Word()));
 }
 
-bool ShowAsTheProgramWould(Form& form) {
-  TheDesktop().RunAct(form.Name(),
-                      [&] { form.StartState().modal ? form.ShowModal() : form.Show(); });
+// What the commands do.
+
+bool Print(const Json& answer) {
+  std::cout << JsonLine(answer) << "\n";
   return true;
 }
 
-bool ChooseEntry(Hands& hands, Control& control) {
-  return hands.ChooseEntry(As<MenuEntry>(control));
+Json FormsShown() {
+  Json names = Json::array();
+  for (const Form* form : TheDesktop().ShownForms()) names.push_back(form->Name());
+  return names;
 }
 
-bool Enable(Hands& /*hands*/, Control& control) {
+Json State() {
+  Json pool = Json::array();
+  for (int i = 0; i < StringsMod.NumStrings; ++i) {
+    if (static_cast<std::size_t>(i) == StringsMod.StringPool.size()) break;
+    pool.push_back(TextOfBytes(StringsMod.StringPool[i]));
+  }
+  Json items = Json::array();
+  for (const Tr5Item& item : Tr5Items) {
+    if (item.Id == 0 && item.Name.empty()) continue;
+    items.push_back({{"Id", item.Id.value()}, {"Name", TextOfBytes(item.Name)}});
+  }
+  const PopupMenu* const popup = TheDesktop().Popup();
+  const auto [width, height] = TheDesktop().TheScreen().Size();
+  return {{"ScriptPath", TRScript.ScriptPath},
+          {"ScriptSaved", TRScript.ScriptSaved.value()},
+          {"ClipboardFull", EditorMod.ClipboardFull.value()},
+          {"StringPool", pool},
+          {"pointer", static_cast<int>(TheDesktop().ThePointer())},
+          {"screen", {width, height}},
+          {"InterfaceFile", TextOfBytes(Settings.InterfaceFile)},
+          {"Tr5Items", items},
+          {"popup", popup ? Json(popup->Owner().Name() + "." + popup->FullName()) : Json()}};
+}
+
+bool PressSpace(Driver& driver, Control& control) {
+  return driver.TheHands().PressKey(control, {KeyCode::Character, ' '});
+}
+
+bool ElapseTimer(Driver&) {
+  Timer* const timer = TheDesktop().RunningTimer();
+  if (timer != nullptr) timer->Elapse();
+  return timer != nullptr;
+}
+
+bool Show(Driver&, Form& form) {
+  const bool modal = form.StartState().modal;
+  TheDesktop().RunAct(form.Name(), [&] { modal ? form.ShowModal() : form.Show(); });
+  return true;
+}
+
+bool Enable(Driver&, Control& control) {
   TheDesktop().RunAct(control.FullName(), [&] {
     control.SetVisible(true);
     control.SetEnabled(true);
@@ -88,111 +163,104 @@ bool Enable(Hands& /*hands*/, Control& control) {
   return true;
 }
 
-bool LetTimerElapse() {
-  Timer* const timer = TheDesktop().RunningTimer();
-  if (timer != nullptr) timer->Elapse();
-  return timer != nullptr;
+bool Call(Driver&, OperationName name) {
+  for (const PublicOperation& operation : PublicOperations()) {
+    if (operation.name != name.text) continue;
+    TheDesktop().RunAct(name.text, operation.run);
+    return true;
+  }
+  throw CommandError("unknown operation: " + name.text);
 }
 
-/// An act on one control; the words behind the control's name are read before anything happens.
-using ControlAct = std::function<bool(Hands&, Control&)>;
-using ControlActReader = ControlAct (*)(CommandLine& line);
-
-ControlAct TypeAct(CommandLine& line, bool replaces) {
-  return [text = line.Bytes(), replaces](Hands& hands, Control& control) {
-    return hands.Type(As<TextBox>(control), text, replaces);
-  };
+bool Quit(Driver&) {
+  std::cout << std::flush;
+  std::_Exit(EXIT_SUCCESS);
 }
 
-bool IsMenu(const Control& control) {
-  return control.Kind() == ControlKind::PopupMenu || control.Kind() == ControlKind::MenuEntry;
+/// A command: reads what stands behind its word, and gives what then carries it out, which is
+/// false if that was refused.
+struct Command {
+  std::function<std::function<bool()>(Driver& driver, CommandLine& line)> read;
+  bool takenByBoxes = false;
+};
+
+template <class Agent, class Routine, class... What>
+std::function<bool()> ReadAct(Agent& agent, Routine act, [[maybe_unused]] CommandLine& line) {
+  const std::tuple<What...> what{Read<What>(line)...};  // braces read from left to right
+  return [act, what, &agent] { return std::apply(act, std::tuple_cat(std::tie(agent), what)); };
 }
 
-[[noreturn]] void ThrowNotFor(const Control& control) {
-  throw CommandError("not for a " + std::string(KindName(control.Kind())));
+template <class... What>
+Command Act(bool (*act)(Driver&, What...)) {
+  return {[act](Driver& driver, CommandLine& line) {
+    return ReadAct<Driver, decltype(act), Kept<What>...>(driver, act, line);
+  }};
 }
 
-ControlAct KeyAct(Key key) {
-  return [key](Hands& hands, Control& control) {
-    if (!control.TakesFocus()) ThrowNotFor(control);
-    return hands.PressKey(control, key);
-  };
+template <class... What>
+Command Act(bool (Hands::*act)(What...)) {
+  return {[act](Driver& driver, CommandLine& line) {
+    return ReadAct<Hands, decltype(act), Kept<What>...>(driver.TheHands(), act, line);
+  }};
 }
 
-const std::map<std::string, ControlActReader, std::less<>> kControlActs = {
-    {"click", [](CommandLine&) -> ControlAct { return &Hands::Click; }},
-    {"mouse",
-     [](CommandLine& line) -> ControlAct {
-       return [button = Named(kMouseButtons, line.Word())](Hands& hands, Control& control) {
-         if (IsMenu(control)) ThrowNotFor(control);
-         return hands.PressMouse(control, button);
-       };
-     }},
-    {"space",
-     [](CommandLine&) {
-       return KeyAct({KeyCode::Character, ' '});
-     }},
-    {"key", [](CommandLine& line) { return KeyAct(ReadKey(line)); }},
-    {"type", [](CommandLine& line) { return TypeAct(line, true); }},
-    {"append", [](CommandLine& line) { return TypeAct(line, false); }},
-    {"paste",
-     [](CommandLine& line) -> ControlAct {
-       return [text = line.Bytes()](Hands& hands, Control& control) {
-         return hands.Paste(As<TextBox>(control), text);
-       };
-     }},
-    {"select",
-     [](CommandLine& line) -> ControlAct {
-       return [row = line.Number()](Hands& hands, Control& control) {
-         return hands.Select(control, row);
-       };
-     }},
-    {"menu", [](CommandLine&) -> ControlAct { return ChooseEntry; }},
-    {"enable", [](CommandLine&) -> ControlAct { return Enable; }},
+/// A command that is also taken while a box is open.
+template <class... What>
+Command Always(bool (*act)(Driver&, What...)) {
+  Command command = Act(act);
+  command.takenByBoxes = true;
+  return command;
+}
+
+const Names<Command> kCommands = {
+    {"click", Act(&Hands::Click)},
+    {"mouse", Act(&Hands::PressMouse)},
+    {"space", Act(PressSpace)},
+    {"key", Act(&Hands::PressKey)},
+    {"type", Act(&Hands::Type)},
+    {"append", Act(&Hands::Append)},
+    {"paste", Act(&Hands::Paste)},
+    {"select", Act(&Hands::Select)},
+    {"menu", Act(&Hands::ChooseEntry)},
+    {"timer", Act(ElapseTimer)},
+    {"close", Act(&Hands::Close)},
+    {"resize", Act(&Hands::Resize)},
+    {"show", Act(Show)},
+    {"enable", Act(Enable)},
+    {"call", Act(Call)},
+    {"press", Always(+[](Driver& d, BoxButton button) { return d.Answer(Pressing(button)); })},
+    {"reply", Always(+[](Driver& d, const std::string& text) { return d.Answer("reply", text); })},
+    {"choose", Always(+[](Driver& d, Path path) { return d.Answer("choose", path.text); })},
+    {"cancel", Always(+[](Driver& d) { return d.Answer("cancel"); })},
+    {"get", Always(+[](Driver& d, Control& control) { return Print(d.WholeControl(control)); })},
+    {"form", Always(+[](Driver& d, Form& form) { return Print(d.WholeForm(form)); })},
+    {"forms", Always(+[](Driver&) { return Print(FormsShown()); })},
+    {"model", Always(+[](Driver&) { return Print(ListScript()); })},
+    {"state", Always(+[](Driver&) { return Print(State()); })},
+    {"quit", Always(Quit)},
 };
 
 }  // namespace
 
-OpenBox Driver::MessagePrompt(const MessageBox& box, std::function<void(BoxButton)> press) {
+std::string PromptOf(const MessageBox& box) {
   std::string buttons;
   for (const BoxButton button : box.buttons) {
-    buttons += (buttons.empty() ? "" : ",") + NameOf(kButtons, button);
+    buttons += (buttons.empty() ? "" : ",") + NameOf(kBoxButtons, button);
   }
-  return {"box " + NameOf(kIcons, box.icon) + " " + buttons + " " + Quoted(box.title) + " " +
-              Quoted(box.text),
-          [choices = box.buttons, press = std::move(press)](const std::string& command,
-                                                            CommandLine& line) {
-            if (command != "press") return false;
-            const BoxButton button = Named(kButtons, line.Word());
-            line.ExpectEnd();
-            if (std::find(choices.begin(), choices.end(), button) == choices.end()) return false;
-            press(button);
-            return true;
-          }};
+  return "box " + NameOf(kIcons, box.icon) + " " + buttons + " " + Quoted(box.title) + " " +
+         Quoted(box.text);
 }
 
-OpenBox Driver::InputPrompt(const InputBox& box, std::function<void(std::string)> reply,
-                            std::function<void()> cancel) {
-  return {"input " + Quoted(box.title) + " " + Quoted(box.prompt) + " " + Quoted(box.text),
-          [reply = std::move(reply), cancel = std::move(cancel)](const std::string& command,
-                                                                 CommandLine& line) {
-            if (command == "reply") reply(line.Bytes());
-            if (command == "cancel") cancel();
-            return command == "reply" || command == "cancel";
-          }};
+std::string PromptOf(const InputBox& box) {
+  return "input " + Quoted(box.title) + " " + Quoted(box.prompt) + " " + Quoted(box.text);
 }
 
-OpenBox Driver::FilePrompt(const FileRequest& request, std::function<void(std::string)> choose,
-                           std::function<void()> cancel) {
-  return {std::string("file ") + (request.save ? "save " : "open ") + Quoted(request.title) + " " +
-              Quoted(request.filter),
-          [choose = std::move(choose), cancel = std::move(cancel)](const std::string& command,
-                                                                   CommandLine& line) {
-            if (command == "choose") choose(line.Text());
-            if (command == "cancel") cancel();
-            return command == "choose" || command == "cancel";
-          }};
+std::string PromptOf(const FileRequest& request) {
+  return (request.save ? "file save " : "file open ") + Quoted(request.title) + " " +
+         Quoted(request.filter);
 }
+
+std::string Pressing(BoxButton button) { return "press " + NameOf(kBoxButtons, button); }
 
 int Driver::Run() {
   StartProcess();
@@ -221,67 +289,31 @@ void Driver::ServeBox(const OpenBox& box, const std::function<bool()>& done) {
   box_ = behind;
 }
 
+std::optional<std::string> Driver::AskText(const std::string& prompt, const std::string& answer) {
+  std::optional<std::string> reply;
+  bool closed = false;
+  const auto take = [&](const std::string& given, const std::string& text) {
+    if (given == answer) reply = text;
+    closed = given == answer || given == "cancel";
+    return closed;
+  };
+  ServeBox({prompt, take}, [&] { return closed; });
+  return reply;
+}
+
 void Driver::Obey(const std::string& input) {
   CommandLine line(input);
   const std::string word = line.Word();
-  if (word == "quit") {
-    std::cout << std::flush;
-    std::_Exit(EXIT_SUCCESS);
-  }
-  if (AnswerQuestion(word, line)) return;
-  if (!Act(word, line)) std::cout << "refused\n";
-}
-
-bool Driver::AnswerQuestion(const std::string& word, CommandLine& line) {
-  Json answer;
-  if (word == "get") {
-    answer = WholeControl(ControlNamed(line.Word()));
-  } else if (word == "form") {
-    answer = WholeForm(FormNamed(line.Word()));
-  } else if (word == "forms") {
-    answer = Json::array();
-    for (const Form* form : TheDesktop().ShownForms()) answer.push_back(form->Name());
-  } else if (word == "model") {
-    answer = ListScript();
-  } else if (word == "state") {
-    answer = ProgramState();
-  } else {
-    return false;
-  }
+  const auto command = kCommands.find(word);
+  if (command == kCommands.end()) throw CommandError("unknown command: " + word);
+  const auto act = command->second.read(*this, line);
   line.ExpectEnd();
-  std::cout << JsonLine(answer) << "\n";
-  return true;
+  const bool taken = box_ == nullptr || command->second.takenByBoxes;
+  if (!taken || !act()) std::cout << "refused\n";
 }
 
-bool Driver::Act(const std::string& word, CommandLine& line) {
-  if (word == "cancel") line.ExpectEnd();
-  if (word == "press" || word == "reply" || word == "cancel" || word == "choose") {
-    return box_ != nullptr && box_->answer(word, line);
-  }
-  const auto unlessBoxOpen = [this, &line](const auto& act) {
-    line.ExpectEnd();
-    return box_ == nullptr && act();
-  };
-  if (const auto known = kControlActs.find(word); known != kControlActs.end()) {
-    Control& control = ControlNamed(line.Word());
-    const ControlAct act = known->second(line);
-    return unlessBoxOpen([&] { return act(hands_, control); });
-  }
-  if (word == "timer") return unlessBoxOpen(LetTimerElapse);
-  if (word == "call") {
-    const std::string operation = line.Word();
-    return unlessBoxOpen([&] { return CallOperation(operation); });
-  }
-  if (word == "close" || word == "show" || word == "resize") {
-    Form& form = FormNamed(line.Word());
-    const int width = word == "resize" ? line.Number() : 0;
-    const int height = word == "resize" ? line.Number() : 0;
-    return unlessBoxOpen([&] {
-      if (word == "resize") return hands_.Resize(form, width, height);
-      return word == "close" ? hands_.Close(form) : ShowAsTheProgramWould(form);
-    });
-  }
-  throw CommandError("unknown command: " + word);
+bool Driver::Answer(const std::string& answer, const std::string& text) {
+  return box_ != nullptr && box_->answer(answer, text);
 }
 
 Json Driver::WholeControl(const Control& control) {

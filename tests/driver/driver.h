@@ -1,20 +1,28 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
-#include "driver/driver_text.h"
 #include "driver/hands.h"
-#include "platform/desktop.h"
+#include "platform/screen.h"
 
 namespace quillmark {
 
-/// A box that waits for a person: its prompt line, and what takes the answer. `answer` returns
-/// false for a command that is none of the box's own.
+/// A box that waits for a person.
 struct OpenBox {
   std::string prompt;
-  std::function<bool(const std::string& command, CommandLine& line)> answer;
+  /// Takes an answer, such as "press Yes", "reply" or "cancel", and the text that goes with it;
+  /// false if the box has no such answer.
+  std::function<bool(const std::string& answer, const std::string& text)> answer;
 };
+
+/// The prompt lines of the boxes.
+std::string PromptOf(const MessageBox& box);
+std::string PromptOf(const InputBox& box);
+std::string PromptOf(const FileRequest& request);
+/// The answer that presses the button.
+std::string Pressing(BoxButton button);
 
 /// Reads commands from standard input, carries them out with a pair of hands and prints the
 /// answers. What waits for a person reads further commands until it is answered.
@@ -28,21 +36,17 @@ class Driver {
   void ServeUntil(const std::function<bool()>& done);
   /// The same with a box open in front of everything.
   void ServeBox(const OpenBox& box, const std::function<bool()>& done);
+  /// Serves a box until it is cancelled or has its text, which comes with `answer`.
+  std::optional<std::string> AskText(const std::string& prompt, const std::string& answer);
 
-  /// The prompt lines of the boxes, and the name that a button has in them.
-  static OpenBox MessagePrompt(const MessageBox& box, std::function<void(BoxButton)> press);
-  static OpenBox InputPrompt(const InputBox& box, std::function<void(std::string)> reply,
-                             std::function<void()> cancel);
-  static OpenBox FilePrompt(const FileRequest& request, std::function<void(std::string)> choose,
-                            std::function<void()> cancel);
+  Hands& TheHands() { return hands_; }
+  bool Answer(const std::string& answer, const std::string& text = {});
+  /// What can be seen of the control, or of the form with all its controls.
+  Json WholeControl(const Control& control);
+  Json WholeForm(const Form& form);
 
  private:
   void Obey(const std::string& input);
-  bool AnswerQuestion(const std::string& word, CommandLine& line);
-  /// Carries out one act; false if it was refused.
-  bool Act(const std::string& word, CommandLine& line);
-  Json WholeControl(const Control& control);
-  Json WholeForm(const Form& form);
 
   Hands& hands_;
   const OpenBox* box_ = nullptr;

@@ -6,38 +6,19 @@ namespace quillmark {
 
 namespace {
 
-constexpr unsigned kFirstTwoByteCharacter = 0x80;
-
-unsigned ByteAt(std::string_view text, std::size_t place) {
-  return static_cast<unsigned char>(text.at(place));
-}
+constexpr std::string_view kBlanks = " \t\r";
 
 }  // namespace
-
-std::string BytesOfText(std::string_view text) {
-  std::string bytes;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const unsigned lead = ByteAt(text, i);
-    if (lead < kFirstTwoByteCharacter) {
-      bytes += text[i];
-    } else if (lead == 0xC2 || lead == 0xC3) {
-      bytes += static_cast<char>(((lead & 0x3U) << 6U) | (ByteAt(text, ++i) & 0x3FU));
-    } else {
-      throw CommandError("a character of the text stands for no byte");
-    }
-  }
-  return bytes;
-}
 
 std::string Quoted(std::string_view bytes) { return JsonLine(TextOfBytes(bytes)); }
 
 void CommandLine::SkipBlanks() {
-  rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r"), rest_.size()));
+  rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size()));
 }
 
 std::string CommandLine::Word() {
   if (AtEnd()) throw CommandError("the line is too short");
-  std::string word(rest_.substr(0, rest_.find_first_of(" \t\r")));
+  std::string word(rest_.substr(0, rest_.find_first_of(kBlanks)));
   rest_.remove_prefix(word.size());
   SkipBlanks();
   return word;
@@ -58,6 +39,18 @@ std::string CommandLine::Text() {
   if (!value.is_string()) throw CommandError("no text in quotes: " + std::string(rest_));
   rest_ = {};
   return value.get<std::string>();
+}
+
+std::string CommandLine::Bytes() {
+  constexpr unsigned kTwoBytes = 0xC0;  // begins a character of two bytes, with its highest bits
+  const std::string text = Text();
+  std::string bytes;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const unsigned lead = static_cast<unsigned char>(text[i]);
+    if (lead > kTwoBytes + 3) throw CommandError("a character of the text stands for no byte");
+    bytes += lead < kTwoBytes ? text[i] : static_cast<char>((lead << 6U) | (text.at(++i) & 0x3F));
+  }
+  return bytes;
 }
 
 void CommandLine::ExpectEnd() const {

@@ -13,27 +13,23 @@ struct CommandError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The bytes that the characters of a UTF-8 text stand for; throws `CommandError` for a character
-/// that stands for none.
-std::string BytesOfText(std::string_view text);
-
 /// `bytes` as a JSON string in its quotes.
 std::string Quoted(std::string_view bytes);
 
-/// The words of one line of input, taken one after the other.
+/// The words of one line of input, taken one after the other. What is missing or of another kind
+/// throws `CommandError`.
 class CommandLine {
  public:
   explicit CommandLine(std::string_view line) : rest_(line) { SkipBlanks(); }
 
   bool AtEnd() const { return rest_.empty(); }
-  /// The next word; throws `CommandError` if there is none.
+  bool AtQuote() const { return rest_.starts_with('"'); }
   std::string Word();
   int Number();
-  /// The JSON string that the rest of the line is, as UTF-8; `Bytes` as what it stands for.
+  /// The JSON string that the rest of the line is, as UTF-8; `Bytes` as what its characters stand
+  /// for.
   std::string Text();
-  std::string Bytes() { return BytesOfText(Text()); }
-  bool AtQuote() const { return !AtEnd() && rest_.front() == '"'; }
-  /// Throws `CommandError` unless all was taken.
+  std::string Bytes();
   void ExpectEnd() const;
 
  private:

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
-#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "driver/driver_text.h"
 #include "platform/controls.h"
@@ -9,44 +11,69 @@
 
 namespace quillmark {
 
-/// What a person does with the controls and sees of them, said once for every way to do it. The
-/// acts return false, without effect, if the control can't be reached, and throw `CommandError` for
-/// a control that no person would do such a thing with.
+/// What a control shows a person. Parts that its kind has not are missing.
+struct Sight {
+  bool enabled = false;
+  bool visible = false;
+  bool focus = false;
+  std::optional<std::string> caption = {};
+  std::optional<std::string> text = {};
+  std::pair<int, int> selection = {};
+  std::optional<bool> ticked = {};
+  std::optional<std::vector<Column>> columns = {};
+  std::optional<std::vector<ListViewRow>> rows = {};  ///< of a plain list with one cell each
+  int row = -1;
+};
+
+/// What a person does with the controls and sees of them: here with the logical controls
+/// themselves. The acts return false, without effect, if the control can't be reached, and throw
+/// `CommandError` for a control that no person would do such a thing with.
 class Hands {
  public:
   virtual ~Hands() = default;
 
-  virtual bool Reach(const Control& control) = 0;
-  virtual bool Click(Control& control) = 0;
-  virtual bool PressMouse(Control& control, MouseButton button) = 0;
-  virtual bool PressKey(Control& control, Key key) = 0;
-  /// Puts the caret of a box behind its text, or marks all of it.
-  virtual void PlaceCaret(TextBox& box, bool markAll) = 0;
-  virtual bool Paste(TextBox& box, std::string_view text) = 0;
-  virtual bool Select(Control& control, int row) = 0;
-  virtual bool ChooseEntry(MenuEntry& entry) = 0;
-  virtual bool Close(Form& form) = 0;
-  virtual bool Resize(Form& form, int width, int height) = 0;
+  virtual bool Reach(const Control& control) { return control.Reachable(); }
+  virtual bool PressMouse(Control& control, MouseButton button);
+  virtual bool PressKey(Control& control, Key key);
+  virtual bool Paste(TextBox& box, const std::string& text);
+  virtual bool Select(Control& control, int row);
+  virtual bool ChooseEntry(MenuEntry& entry) { return entry.Choose(); }
+  virtual bool Close(Form& form) { return form.Close(); }
+  virtual bool Resize(Form& form, int width, int height) { return form.DragTo(width, height); }
+  /// Presses the left button on what there is to be clicked.
+  bool Click(Control& control);
+  /// Type over all text of the box, or behind it; no text at all over it is one `Delete`.
+  bool Type(TextBox& box, const std::string& text);
+  bool Append(TextBox& box, const std::string& text);
+
+  /// What the control, or the form without its controls, now says.
+  Json Describe(const Control& control);
+  virtual Json DescribeForm(const Form& form);
 
   /// Lets everything happen that does not wait for a person.
   virtual void Settle() {}
 
-  /// What the control, or the form without its controls, now says.
-  virtual Json Describe(const Control& control) = 0;
-  virtual Json DescribeForm(const Form& form) = 0;
+ protected:
+  virtual Sight See(const Control& control);
+  /// Puts the caret of a box behind its text, or marks all of it.
+  virtual void PlaceCaret(TextBox& box, bool markAll);
 
-  /// `PlaceCaret`, then one key for each character; an empty text that replaces is one `Delete`.
-  bool Type(TextBox& box, std::string_view text, bool replaces);
+ private:
+  bool TypeCharacters(TextBox& box, const std::string& text);
 };
 
-/// `control` as what it is, for the acts of one kind; throws `CommandError` for any other.
+/// The answer to an act that is none for a control of that kind.
+CommandError NotFor(const Control& control);
+
+/// `control` as what it is, for the acts of one kind.
 template <class Kind>
 Kind& As(Control& control) {
   if (auto* wanted = dynamic_cast<Kind*>(&control)) return *wanted;
-  throw CommandError("not for a " + std::string(KindName(control.Kind())));
+  throw NotFor(control);
 }
 
-/// Whether controls of that kind have a caption.
-bool HasCaption(ControlKind kind);
+/// Popup menus and their entries.
+bool IsMenu(const Control& control);
+bool HasCaption(const Control& control);
 
 }  // namespace quillmark

@@ -2,20 +2,16 @@
 #include <iostream>
 #include <string_view>
 
-#include "driver/driver.h"
-#include "driver/logical_hands.h"
 #include "driver/logical_screen.h"
-#include "driver/widget_hands.h"
 #include "driver/widget_screen.h"
 #include "platform/files.h"
 
 namespace quillmark {
 
 int RunLogical() {
-  LogicalHands hands;
+  Hands hands;
   Driver driver(hands);
-  LogicalScreen screen(driver);
-  TheDesktop().Attach(screen);
+  const LogicalScreen screen(driver);
   return driver.Run();
 }
 
@@ -31,12 +27,7 @@ int RunWidgets(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
   QApplication::setDoubleClickInterval(0);
-  WidgetHands hands;
-  Driver driver(hands);
-  WidgetScreen screen(driver);
-  hands.Use(screen);
-  TheDesktop().Attach(screen);
-  return driver.Run();
+  return WidgetScreen().TheDriver().Run();
 }
 
 }  // namespace quillmark

@@ -1,24 +1,25 @@
 #include "driver/widget_hands.h"
 
+#include <QtTest/qtestspontaneevent.h>
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QHeaderView>
-#include <QLabel>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
-#include <QListView>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QRadioButton>
 #include <QScreen>
-#include <QStyle>
-#include <QStyleOptionButton>
 #include <QTreeView>
+#include <map>
 
-#include "driver/widget_events.h"
 #include "platform/desktop.h"
 #include "ui/ansi_text.h"
+#include "ui/binding.h"
 #include "ui/icons.h"
 
 namespace quillmark {
@@ -27,19 +28,16 @@ namespace {
 
 constexpr int kIconSize = 16;
 
-std::string Shown(const QString& text) { return TextOfBytes(ToAnsi(text)); }
+template <class Event>
+void Deliver(QWidget& target, Event&& event) {
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  qApp->notify(&target, &event);
+}
 
 /// Where a click does what the widget is for; in a box, where the caret is.
 QPoint HotSpot(const QWidget& widget) {
-  QStyleOptionButton option;
-  option.initFrom(&widget);
-  if (qobject_cast<const QCheckBox*>(&widget) != nullptr) {
-    return widget.style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, &widget).center();
-  }
-  if (qobject_cast<const QRadioButton*>(&widget) != nullptr) {
-    return widget.style()
-        ->subElementRect(QStyle::SE_RadioButtonIndicator, &option, &widget)
-        .center();
+  if (qobject_cast<const QCheckBox*>(&widget) || qobject_cast<const QRadioButton*>(&widget)) {
+    return {2, widget.height() / 2};  // on the indicator
   }
   if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) {
     return line->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
@@ -47,30 +45,24 @@ QPoint HotSpot(const QWidget& widget) {
   return widget.rect().center();
 }
 
+int FirstShownColumn(const QAbstractItemView& view) {
+  const auto* const tree = qobject_cast<const QTreeView*>(&view);
+  int column = 0;
+  while (tree && column + 1 < tree->header()->count() && tree->isColumnHidden(column)) ++column;
+  return column;
+}
+
 /// Clicks the row with the mouse, after scrolling to it.
-void ClickRow(QAbstractItemView& view, int row, int column) {
-  const QModelIndex index = view.model()->index(row, column);
+void ClickRow(QAbstractItemView& view, int row) {
+  const QModelIndex index = view.model()->index(row, FirstShownColumn(view));
   view.scrollTo(index);
   const QRect shown = view.visualRect(index).intersected(view.viewport()->rect());
   SendClick(*view.viewport(), shown.center());
 }
 
-int FirstShownColumn(const QTreeView& view) {
-  int column = 0;
-  while (column + 1 < view.header()->count() && view.isColumnHidden(column)) ++column;
-  return column;
-}
-
-int RowOf(const QAbstractItemView& view) {
-  return view.selectionModel()->hasSelection() ? view.currentIndex().row() : -1;
-}
-
-Json Rows(const QAbstractItemModel& model) {
-  Json rows = Json::array();
-  for (int row = 0; row < model.rowCount(); ++row) {
-    rows.push_back(Shown(model.index(row, 0).data().toString()));
-  }
-  return rows;
+bool InFront(const QWidget& widget) {
+  const QWidget* const modal = QApplication::activeModalWidget();
+  return widget.window()->isVisible() && (modal == nullptr || modal == widget.window());
 }
 
 /// The number of the picture in `images` that `shown` looks like; 0 for none.
@@ -82,89 +74,95 @@ int ImageNumber(const QVariant& shown, const ImageList& images) {
   return 0;
 }
 
-/// A width in form units: the designed one where it is shown by so many pixels.
-int FormUnits(const QTreeView& view, int column, int designed) {
-  if (view.isColumnHidden(column)) return 0;
-  const int pixels = view.columnWidth(column);
-  return ColumnPixels(view, designed) == pixels ? designed
-                                                : pixels * kFormUnitsPerInch / view.logicalDpiX();
-}
-
-void DescribeListView(const QTreeView& view, const ListView& control, Json& object) {
-  const QAbstractItemModel& model = *view.model();
-  Json columns = Json::array();
-  for (int column = 0; column < model.columnCount(); ++column) {
-    const int designed = control.Columns().at(static_cast<std::size_t>(column)).width;
-    columns.push_back({{"caption", Shown(model.headerData(column, Qt::Horizontal).toString())},
-                       {"shown", !view.isColumnHidden(column)},
-                       {"width", FormUnits(view, column, designed)}});
-  }
-  Json rows = Json::array();
-  Json icons = Json::array();
+std::vector<ListViewRow> RowsOf(const QAbstractItemModel& model, const ImageList& images) {
+  std::vector<ListViewRow> rows(static_cast<std::size_t>(model.rowCount()));
   for (int row = 0; row < model.rowCount(); ++row) {
-    Json cells = Json::array();
+    ListViewRow& shown = rows[static_cast<std::size_t>(row)];
     for (int column = 0; column < model.columnCount(); ++column) {
-      cells.push_back(Shown(model.index(row, column).data().toString()));
+      shown.cells.push_back(ToAnsi(model.index(row, column).data().toString()));
     }
-    rows.push_back(cells);
-    icons.push_back(ImageNumber(model.index(row, 0).data(Qt::DecorationRole), control.Images()));
+    shown.icon = ImageNumber(model.index(row, 0).data(Qt::DecorationRole), images);
   }
-  object["columns"] = columns;
-  object["rows"] = rows;
-  object["icons"] = icons;
-  object["row"] = RowOf(view);
+  return rows;
 }
 
-std::string CaptionOf(const QWidget& widget) {
-  if (const auto* label = qobject_cast<const QLabel*>(&widget)) return Shown(label->text());
-  if (const auto* group = qobject_cast<const QGroupBox*>(&widget)) return Shown(group->title());
-  if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
-    return Shown(button->text());
+/// The columns with their widths in form units: the designed one where it is shown by so many
+/// pixels.
+std::vector<Column> ColumnsOf(const QTreeView& view, const ListView& control) {
+  std::vector<Column> columns = control.Columns();
+  for (int i = 0; i < view.model()->columnCount(); ++i) {
+    Column& column = columns.at(static_cast<std::size_t>(i));
+    const int pixels = view.columnWidth(i);
+    column.caption = ToAnsi(view.model()->headerData(i, Qt::Horizontal).toString());
+    if (view.isColumnHidden(i)) {
+      column.width = 0;
+    } else if (ColumnPixels(view, column.width) != pixels) {
+      column.width = pixels * kFormUnitsPerInch / view.logicalDpiX();
+    }
   }
-  return {};
+  return columns;
 }
 
 }  // namespace
 
-QWidget& WidgetHands::WidgetOf(const Control& control) {
-  if (QWidget* widget = screen_->WidgetOf(control)) return *widget;
-  throw CommandError("no widget for a " + std::string(KindName(control.Kind())));
+void SendClick(QWidget& target, QPoint place, Qt::MouseButton button) {
+  const auto send = [&](QEvent::Type type, Qt::MouseButtons held) {
+    Deliver(target, QMouseEvent(type, place, target.mapTo(target.window(), place),
+                                target.mapToGlobal(place), button, held, Qt::NoModifier));
+  };
+  send(QEvent::MouseButtonPress, button);
+  send(QEvent::MouseButtonRelease, Qt::NoButton);
 }
 
-template <class Widget>
-Widget& WidgetHands::WidgetAs(const Control& control) {
-  if (auto* widget = qobject_cast<Widget*>(&WidgetOf(control))) return *widget;
-  throw CommandError("not for a " + std::string(KindName(control.Kind())));
+void SendKey(QWidget& target, Key key) {
+  static const std::map<KeyCode, int> keys = {{KeyCode::Backspace, Qt::Key_Backspace},
+                                              {KeyCode::Tab, Qt::Key_Tab},
+                                              {KeyCode::Enter, Qt::Key_Return},
+                                              {KeyCode::Escape, Qt::Key_Escape},
+                                              {KeyCode::Left, Qt::Key_Left},
+                                              {KeyCode::Right, Qt::Key_Right},
+                                              {KeyCode::Up, Qt::Key_Up},
+                                              {KeyCode::Down, Qt::Key_Down},
+                                              {KeyCode::Delete, Qt::Key_Delete}};
+  const bool types = key.code == KeyCode::Character;
+  const QString text = types ? FromAnsi(std::string_view(&key.character, 1)) : QString();
+  // Letters go by the number of their capital.
+  const int code = types ? text.toUpper().front().unicode() : keys.at(key.code);
+  Deliver(target, QKeyEvent(QEvent::KeyPress, code, Qt::NoModifier, text));
+  if (types && !text.front().isPrint()) {
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    Deliver(target, commit);
+  }
+  Deliver(target, QKeyEvent(QEvent::KeyRelease, code, Qt::NoModifier, text));
+}
+
+QWidget& WidgetHands::WidgetOf(const Control& control) {
+  if (QWidget* widget = screen_.WidgetOf(control)) return *widget;
+  throw NotFor(control);
 }
 
 void WidgetHands::Settle() { QCoreApplication::processEvents(); }
 
-bool WidgetHands::InFront(const QWidget& widget) const {
-  const QWidget* const modal = QApplication::activeModalWidget();
-  return widget.window()->isVisible() && (modal == nullptr || modal == widget.window());
-}
-
 bool WidgetHands::HasFocus(const QWidget& widget) const {
   const auto& shown = TheDesktop().ShownForms();
-  return !shown.empty() && &screen_->WindowOf(*shown.back()) == widget.window() &&
+  return !shown.empty() && &screen_.WindowOf(*shown.back()) == widget.window() &&
          widget.window()->focusWidget() == &widget;
 }
 
 QAction* WidgetHands::OpenEntry(const MenuEntry& entry) const {
-  const QMenu* const menu = screen_->OpenMenu();
+  const QMenu* const menu = screen_.OpenMenu();
   if (menu == nullptr || TheDesktop().Popup() == nullptr) return nullptr;
   for (QAction* action : menu->actions()) {
-    if (action->objectName() == QString::fromStdString(entry.Name())) return action;
+    const bool usable = action->isVisible() && action->isEnabled();
+    if (usable && action->objectName() == QString::fromStdString(entry.Name())) return action;
   }
   return nullptr;
 }
 
 bool WidgetHands::Reach(const Control& control) {
-  if (const auto* entry = dynamic_cast<const MenuEntry*>(&control)) {
-    const QAction* const action = OpenEntry(*entry);
-    return action != nullptr && action->isVisible() && action->isEnabled();
-  }
-  if (control.Kind() == ControlKind::PopupMenu) return control.Reachable();
+  if (const auto* entry = dynamic_cast<const MenuEntry*>(&control)) return OpenEntry(*entry);
+  if (IsMenu(control)) return control.Reachable();
   const QWidget& widget = WidgetOf(control);
   return widget.isVisible() && widget.isEnabled() && InFront(widget);
 }
@@ -178,30 +176,24 @@ bool WidgetHands::Approach(const Control& control) {
   return true;
 }
 
-bool WidgetHands::Click(Control& control) {
-  WidgetAs<QAbstractButton>(control);
-  return PressMouse(control, MouseButton::Left);
-}
-
 bool WidgetHands::PressMouse(Control& control, MouseButton button) {
   // The numbers of the three buttons are the same.
   const auto qtButton = static_cast<Qt::MouseButton>(button);
   QWidget& widget = WidgetOf(control);
   if (!Approach(control)) return false;
   if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) {
-    // Left of all rows, where none can be.
-    SendClick(*view->viewport(), QPoint(-1, 0), qtButton);
+    SendClick(*view->viewport(), QPoint(-1, 0), qtButton);  // left of all rows, where none can be
   } else {
     SendClick(widget, HotSpot(widget), qtButton);
   }
-  if (auto* combo = qobject_cast<QComboBox*>(&widget)) {
-    // Its list is open now, and takes no click on a row before the time of a double click is over.
-    combo->hidePopup();
-  }
+  // The list of a combo is open now, and takes no click on a row before the time of a double click
+  // is over.
+  if (auto* combo = qobject_cast<QComboBox*>(&widget)) combo->hidePopup();
   return true;
 }
 
 bool WidgetHands::PressKey(Control& control, Key key) {
+  if (!control.TakesFocus()) throw NotFor(control);
   QWidget& widget = WidgetOf(control);
   if (!Approach(control)) return false;
   widget.setFocus(Qt::OtherFocusReason);
@@ -210,15 +202,15 @@ bool WidgetHands::PressKey(Control& control, Key key) {
 }
 
 void WidgetHands::PlaceCaret(TextBox& box, bool markAll) {
-  auto& line = WidgetAs<QLineEdit>(box);
-  if (!Approach(box)) return;
+  auto& line = dynamic_cast<QLineEdit&>(WidgetOf(box));
+  Approach(box);
   line.setFocus(Qt::OtherFocusReason);
   line.end(false);
   if (markAll) line.selectAll();
 }
 
-bool WidgetHands::Paste(TextBox& box, std::string_view text) {
-  auto& line = WidgetAs<QLineEdit>(box);
+bool WidgetHands::Paste(TextBox& box, const std::string& text) {
+  auto& line = dynamic_cast<QLineEdit&>(WidgetOf(box));
   if (!Approach(box)) return false;
   line.setFocus(Qt::MouseFocusReason);
   line.selectAll();
@@ -231,83 +223,74 @@ bool WidgetHands::Select(Control& control, int row) {
   QWidget& widget = WidgetOf(control);
   auto* combo = qobject_cast<QComboBox*>(&widget);
   auto* view = combo != nullptr ? combo->view() : qobject_cast<QAbstractItemView*>(&widget);
-  if (view == nullptr) throw CommandError("not for a " + std::string(KindName(control.Kind())));
+  if (view == nullptr) throw NotFor(control);
   if (row < 0 || row >= view->model()->rowCount() || !Approach(control)) return false;
   if (combo != nullptr) {
     combo->setFocus(Qt::MouseFocusReason);
     combo->showPopup();
-    ClickRow(*view, row, 0);
-    combo->hidePopup();
-  } else {
-    auto* tree = qobject_cast<QTreeView*>(view);
-    ClickRow(*view, row, tree == nullptr ? 0 : FirstShownColumn(*tree));
   }
+  ClickRow(*view, row);
+  if (combo != nullptr) combo->hidePopup();
   return true;
 }
 
 bool WidgetHands::ChooseEntry(MenuEntry& entry) {
   QAction* const action = OpenEntry(entry);
-  if (action == nullptr || !Reach(entry)) return false;
-  QMenu& menu = *screen_->OpenMenu();
+  if (action == nullptr) return false;
+  QMenu& menu = *screen_.OpenMenu();
   SendClick(menu, menu.actionGeometry(action).center());
   return true;
 }
 
 bool WidgetHands::Close(Form& form) {
-  QWidget& window = screen_->WindowOf(form);
+  QWidget& window = screen_.WindowOf(form);
   if (!InFront(window) || window.windowFlags().testFlag(Qt::FramelessWindowHint)) return false;
   window.close();
   return true;
 }
 
 bool WidgetHands::Resize(Form& form, int width, int height) {
-  QWidget& window = screen_->WindowOf(form);
+  QWidget& window = screen_.WindowOf(form);
   if (!InFront(window) || window.minimumSize() == window.maximumSize()) return false;
   window.resize(width, height);
   return true;
 }
 
-Json WidgetHands::Describe(const Control& control) {
-  if (control.Kind() == ControlKind::PopupMenu || control.Kind() == ControlKind::MenuEntry) {
-    Json object = LogicalHands().Describe(control);
-    object["reachable"] = Reach(control);
-    return object;
-  }
+Sight WidgetHands::See(const Control& control) {
+  if (IsMenu(control)) return Hands::See(control);
   const QWidget& widget = WidgetOf(control);
-  Json object = {{"kind", std::string(KindName(control.Kind()))},
-                 {"enabled", !widget.testAttribute(Qt::WA_ForceDisabled)},
-                 {"visible", !widget.isHidden()},
-                 {"reachable", Reach(control)},
-                 {"focus", HasFocus(widget)}};
-  if (HasCaption(control.Kind())) object["caption"] = CaptionOf(widget);
-  if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) {
-    object["text"] = Shown(line->text());
-    const bool marked = line->hasSelectedText();
-    object["selection"] = {marked ? line->selectionStart() : line->cursorPosition(),
-                           line->selectionLength()};
-  } else if (control.Kind() == ControlKind::CheckBox ||
-             control.Kind() == ControlKind::OptionButton) {
-    object["value"] = WidgetAs<QAbstractButton>(control).isChecked() ? 1 : 0;
-  } else if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
-    object["rows"] = Rows(*combo->model());
-    object["row"] = combo->currentIndex();
-  } else if (const auto* list = qobject_cast<const QListView*>(&widget)) {
-    object["rows"] = Rows(*list->model());
-    object["row"] = RowOf(*list);
-  } else if (const auto* view = qobject_cast<const QTreeView*>(&widget)) {
-    DescribeListView(*view, dynamic_cast<const ListView&>(control), object);
+  Sight sight = {!widget.testAttribute(Qt::WA_ForceDisabled), !widget.isHidden(), HasFocus(widget)};
+  if (HasCaption(control)) {
+    const bool frame = control.Kind() == ControlKind::Frame;
+    sight.caption = ToAnsi(widget.property(frame ? "title" : "text").toString());
   }
-  return object;
+  const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+  if (button && control.Kind() != ControlKind::Button) sight.ticked = button->isChecked();
+  if (const auto* line = qobject_cast<const QLineEdit*>(&widget)) {
+    sight.text = ToAnsi(line->text());
+    const bool marked = line->hasSelectedText();
+    sight.selection = {marked ? line->selectionStart() : line->cursorPosition(),
+                       line->selectionLength()};
+  } else if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
+    sight.rows = RowsOf(*combo->model(), {});
+    sight.row = combo->currentIndex();
+  } else if (const auto* view = qobject_cast<const QAbstractItemView*>(&widget)) {
+    const auto* table = dynamic_cast<const ListView*>(&control);
+    sight.rows = RowsOf(*view->model(), table ? table->Images() : ImageList());
+    if (table) sight.columns = ColumnsOf(dynamic_cast<const QTreeView&>(widget), *table);
+    if (view->selectionModel()->hasSelection()) sight.row = view->currentIndex().row();
+  }
+  return sight;
 }
 
 Json WidgetHands::DescribeForm(const Form& form) {
-  const QWidget& window = screen_->WindowOf(form);
+  const QWidget& window = screen_.WindowOf(form);
   const bool shown = window.isVisible();
   const QPoint corner = window.pos() - window.screen()->availableGeometry().topLeft();
   return {{"shown", shown},
           {"modal", shown && window.isModal()},
           {"topmost", window.windowFlags().testFlag(Qt::WindowStaysOnTopHint)},
-          {"caption", shown ? Shown(window.windowTitle()) : TextOfBytes(form.Caption())},
+          {"caption", TextOfBytes(shown ? ToAnsi(window.windowTitle()) : form.Caption())},
           {"place", {corner.x(), corner.y(), window.width(), window.height()}}};
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QInputDialog>
-#include <QMessageBox>
-
 #include "driver/driver.h"
+#include "driver/widget_hands.h"
+#include "platform/desktop.h"
 #include "ui/qt_screen.h"
 
 namespace quillmark {
@@ -12,7 +11,11 @@ namespace quillmark {
 /// windows' own dialogs included, is shown, read and answered by it.
 class WidgetScreen : public QtScreen {
  public:
-  explicit WidgetScreen(Driver& driver) : driver_(driver) {}
+  WidgetScreen() { TheDesktop().Attach(*this); }
+  ~WidgetScreen() override { TheDesktop().Reset(); }
+
+  Driver& TheDriver() { return driver_; }
+  WidgetHands& TheHands() { return hands_; }
 
   std::optional<std::string> AskFile(const FileRequest& request) override;
   /// The clock stands still: only the driver lets a timer elapse.
@@ -24,11 +27,9 @@ class WidgetScreen : public QtScreen {
   std::optional<QString> AskNativeFileDialog(const FileDialog& dialog) override;
 
  private:
-  static OpenBox MessageOf(QMessageBox& box);
-  static OpenBox InputOf(QInputDialog& dialog);
-
-  Driver& driver_;
-  FileRequest request_;
+  WidgetHands hands_{*this};
+  Driver driver_{hands_};
+  std::string filter_;  ///< of the file dialog that is open
 };
 
 }  // namespace quillmark
