@@ -83,9 +83,10 @@ Control& ControlNamed(const std::string& name) {
   throw CommandError("unknown control: " + name);
 }
 
-/// What is kept of it until the act: texts are read as bytes.
+/// What is kept of it until the act: texts, which are read as bytes, by value.
 template <class What>
-using Kept = std::conditional_t<std::is_same_v<What, const std::string&>, std::string, What>;
+using Kept = std::conditional_t<std::is_const_v<std::remove_reference_t<What>>,
+                                std::remove_cvref_t<What>, What>;
 
 template <class What>
 What Read(CommandLine& line) {
@@ -163,7 +164,7 @@ bool Enable(Driver&, Control& control) {
   return true;
 }
 
-bool Call(Driver&, OperationName name) {
+bool Call(Driver&, const OperationName& name) {
   for (const PublicOperation& operation : PublicOperations()) {
     if (operation.name != name.text) continue;
     TheDesktop().RunAct(name.text, operation.run);
@@ -230,7 +231,7 @@ const Names<Command> kCommands = {
     {"call", Act(Call)},
     {"press", Always(+[](Driver& d, BoxButton button) { return d.Answer(Pressing(button)); })},
     {"reply", Always(+[](Driver& d, const std::string& text) { return d.Answer("reply", text); })},
-    {"choose", Always(+[](Driver& d, Path path) { return d.Answer("choose", path.text); })},
+    {"choose", Always(+[](Driver& d, const Path& path) { return d.Answer("choose", path.text); })},
     {"cancel", Always(+[](Driver& d) { return d.Answer("cancel"); })},
     {"get", Always(+[](Driver& d, Control& control) { return Print(d.WholeControl(control)); })},
     {"form", Always(+[](Driver& d, Form& form) { return Print(d.WholeForm(form)); })},

@@ -6,25 +6,13 @@
 #include <map>
 
 #include "driver/driver_text.h"
-#include "scenario_runner/failure.h"
+#include "scenario_runner/expectation.h"
 
 namespace quillmark {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t kShownBytes = 64;
-
-std::string Hex(std::string_view bytes) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  std::string hex;
-  for (const char character : bytes.substr(0, kShownBytes)) {
-    const unsigned byte = static_cast<unsigned char>(character);
-    hex += {digits[byte >> 4U], digits[byte & 0xFU], ' '};
-  }
-  return hex;
-}
 
 /// The bytes of the hex digits that are left in the line.
 std::string ReadHex(CommandLine& line) {
@@ -39,88 +27,72 @@ std::string ReadHex(CommandLine& line) {
 
 std::size_t ReadOffset(CommandLine& line) { return std::stoul(line.Word(), nullptr, 0); }
 
-/// Two texts of a line, which braces take in the order of the line.
-struct TwoTexts {
-  std::string first;
-  std::string second;
-};
-
-void WriteFile(const TwoTexts& pathAndBytes) {
-  const auto& [path, bytes] = pathAndBytes;
+void WriteFile(const std::string& path, const std::string& bytes) {
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (!file.flush()) throw Failure("cannot write " + path);
+  if (!(file << bytes).flush()) throw Failure("cannot write " + path);
 }
 
-void Patch(CommandLine& line) {
-  const std::string path = line.Word();
+void Patch(const std::string& path, CommandLine& line) {
   std::string bytes = FileBytes(path);
   const std::size_t offset = ReadOffset(line);
   const std::string patch = ReadHex(line);
   if (offset + patch.size() > bytes.size()) throw Failure("the patch lies behind the file's end");
-  WriteFile({path, bytes.replace(offset, patch.size(), patch)});
+  WriteFile(path, bytes.replace(offset, patch.size(), patch));
 }
 
-void CheckBytes(CommandLine& line) {
-  const std::string bytes = FileBytes(line.Word());
+void CheckBytes(const std::string& path, CommandLine& line) {
+  const std::string bytes = FileBytes(path);
   const std::size_t offset = ReadOffset(line);
   const std::string wanted = ReadHex(line);
-  const std::string got = bytes.substr(std::min(offset, bytes.size()), wanted.size());
-  if (got != wanted) throw Failure("\n  expected: " + Hex(wanted) + "\n  got:      " + Hex(got));
+  if (bytes.compare(std::min(offset, bytes.size()), wanted.size(), wanted) == 0) return;
+  std::string got = "the file has ";
+  for (const char byte : bytes.substr(std::min(offset, bytes.size()), wanted.size())) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    got += {digits[static_cast<unsigned char>(byte) / 16],
+            digits[static_cast<unsigned char>(byte) % 16], ' '};
+  }
+  throw Failure(got);
 }
 
-void CheckSize(CommandLine& line) {
-  const std::size_t size = FileBytes(line.Word()).size();
+void CheckSize(const std::string& path, CommandLine& line) {
+  const std::size_t size = FileBytes(path).size();
   if (size != ReadOffset(line)) throw Failure("the file has " + std::to_string(size) + " bytes");
 }
 
-void CheckSame(CommandLine& line, bool same) {
-  const std::string one = FileBytes(line.Word());
-  const std::string other = FileBytes(line.Word());
-  if ((one == other) != same) throw Failure(same ? "the files differ" : "the files are the same");
+void CheckSame(const std::string& one, const std::string& other, bool same) {
+  if ((FileBytes(one) == FileBytes(other)) != same) {
+    throw Failure(same ? "the files differ" : "the files are the same");
+  }
 }
 
-void CheckExists(CommandLine& line, bool exists) {
-  const std::string path = line.Word();
+void CheckExists(const std::string& path, bool exists) {
   if (fs::exists(path) != exists) throw Failure(exists ? "no " + path : path + " is there");
 }
 
-void SetWritable(CommandLine& line, bool writable) {
+void SetWritable(const std::string& path, bool writable) {
   constexpr auto write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-  fs::permissions(line.Word(), writable ? fs::perms::owner_write : write,
-                  writable ? fs::perm_options::add : fs::perm_options::remove);
+  fs::permissions(path, write, writable ? fs::perm_options::add : fs::perm_options::remove);
 }
 
-const std::map<std::string, std::function<void(CommandLine&)>, std::less<>> kDirectives = {
-    {"write",
-     [](CommandLine& line) {
-       WriteFile({line.Word(), ReadHex(line)});
-     }},
-    {"text",
-     [](CommandLine& line) {
-       WriteFile({line.Word(), line.Bytes()});
-     }},
+using Path = const std::string&;
+
+/// Each takes the path behind its name, and reads the rest of the line.
+const std::map<std::string, void (*)(Path, CommandLine&), std::less<>> kDirectives = {
+    {"write", [](Path path, CommandLine& line) { WriteFile(path, ReadHex(line)); }},
+    {"text", [](Path path, CommandLine& line) { WriteFile(path, line.Bytes()); }},
     {"patch", Patch},
-    {"copy",
-     [](CommandLine& line) {
-       const TwoTexts paths = {line.Word(), line.Word()};
-       WriteFile({paths.second, FileBytes(paths.first)});
-     }},
-    {"rename",
-     [](CommandLine& line) {
-       const TwoTexts paths = {line.Word(), line.Word()};
-       fs::rename(paths.first, paths.second);
-     }},
-    {"remove", [](CommandLine& line) { fs::remove_all(line.Word()); }},
-    {"readonly", [](CommandLine& line) { SetWritable(line, false); }},
-    {"writable", [](CommandLine& line) { SetWritable(line, true); }},
-    {"fold", [](CommandLine& line) { fs::create_directories(line.Word()); }},
+    {"copy", [](Path path, CommandLine& line) { WriteFile(line.Word(), FileBytes(path)); }},
+    {"rename", [](Path path, CommandLine& line) { fs::rename(path, line.Word()); }},
+    {"remove", [](Path path, CommandLine&) { fs::remove_all(path); }},
+    {"readonly", [](Path path, CommandLine&) { SetWritable(path, false); }},
+    {"writable", [](Path path, CommandLine&) { SetWritable(path, true); }},
+    {"fold", [](Path path, CommandLine&) { fs::create_directories(path); }},
     {"bytes", CheckBytes},
     {"size", CheckSize},
-    {"absent", [](CommandLine& line) { CheckExists(line, false); }},
-    {"exists", [](CommandLine& line) { CheckExists(line, true); }},
-    {"same", [](CommandLine& line) { CheckSame(line, true); }},
-    {"differ", [](CommandLine& line) { CheckSame(line, false); }},
+    {"absent", [](Path path, CommandLine&) { CheckExists(path, false); }},
+    {"exists", [](Path path, CommandLine&) { CheckExists(path, true); }},
+    {"same", [](Path path, CommandLine& line) { CheckSame(path, line.Word(), true); }},
+    {"differ", [](Path path, CommandLine& line) { CheckSame(path, line.Word(), false); }},
 };
 
 }  // namespace
@@ -136,7 +108,7 @@ void RunDirective(const std::string& line) {
   const std::string name = words.Word();
   const auto known = kDirectives.find(name);
   if (known == kDirectives.end()) throw Failure("unknown directive: " + name);
-  known->second(words);
+  known->second(words.Word(), words);
   words.ExpectEnd();
 }
 

@@ -2,23 +2,22 @@
 
 #include <sys/types.h>
 
-#include <chrono>
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace quillmark {
 
-/// One run of the driver, spoken to line by line. Everything throws `Failure`: an end that comes
-/// too early, a wrong exit status, silence past the deadline.
+/// One run of the driver, spoken to line by line. An end that comes too early and a wrong exit
+/// status throw `Failure`.
 class DriverProcess {
  public:
-  using Deadline = std::chrono::steady_clock::time_point;
-
-  /// Starts `command` in `folder`, without root's right to pass over the modes of files; what it
-  /// says on standard error goes to `errors`.
+  /// Starts `command` in `folder`, without root's right to pass over the modes of files and with a
+  /// limit to its time; what it says on standard error goes to `errors`.
   DriverProcess(const std::vector<std::string>& command, const std::filesystem::path& folder,
-                const std::filesystem::path& errors, Deadline deadline);
+                const std::filesystem::path& errors);
   ~DriverProcess();
   DriverProcess(const DriverProcess&) = delete;
   DriverProcess& operator=(const DriverProcess&) = delete;
@@ -28,18 +27,16 @@ class DriverProcess {
   std::vector<std::string> Answer();
   /// Waits for the end, which has to be one with status 0.
   void ExpectExit();
-
-  bool Ended() const { return ended_; }
+  bool Ended() const { return process_ < 0; }
 
  private:
+  using Stream = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
   std::string ReadLine();
 
-  Deadline deadline_;
   pid_t process_ = -1;
-  int input_ = -1;
-  int output_ = -1;
-  std::string unread_;
-  bool ended_ = false;
+  Stream input_{nullptr, std::fclose};
+  Stream output_{nullptr, std::fclose};
 };
 
 }  // namespace quillmark

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace quillmark {
+
+/// Why a scenario failed, without its place.
+using Failure = std::runtime_error;
 
 /// Compares the lines of an answer, its prompt the last, with what a scenario expects of them, line
 /// by line; throws `Failure` at the first difference. A line of the expectation is

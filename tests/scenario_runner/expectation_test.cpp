@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "scenario_runner/failure.h"
-
 namespace quillmark {
 namespace {
 

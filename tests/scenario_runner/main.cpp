@@ -4,7 +4,8 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <optional>
+#include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,6 @@
 #include "scenario_runner/directives.h"
 #include "scenario_runner/driver_process.h"
 #include "scenario_runner/expectation.h"
-#include "scenario_runner/failure.h"
 
 namespace quillmark {
 
@@ -21,7 +21,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kSkipped = 77;
-constexpr auto kTimeLimit = std::chrono::seconds(60);
 
 struct Arguments {
   std::string driver;
@@ -39,26 +38,49 @@ struct Line {
   std::string text;
 };
 
-/// The scenario's lines without comments, blank lines and the indirection of `@ include`. A command
-/// may carry the first line of its answer behind an arrow: "> get CONTROL => {"row": 3}".
+/// What lines stand for: the first line of an answer behind its command, and boxes with what closes
+/// them.
+const std::vector<std::pair<std::regex, std::string>> kShortForms = {
+    {std::regex(R"((> .*) => (.*))"), "$1\n$2"},
+    {std::regex(R"(error (".*"))"), "box critical OK \"$${0}\" $1\n> press OK"},
+    {std::regex(R"xx(fault "(.*)" "(.*)")xx"),
+     R"(box critical End,Continue "Quillmark" "\"$1\" could not be done.\u000a\u000a$2")"
+     "\n> press Continue"},
+    {std::regex(R"(question (".*") (Yes|No))"), "box question Yes,No \"$${20}\" $1\n> press $2"},
+};
+
+void AddLines(const std::string& text, const std::string& place, std::vector<Line>& lines) {
+  for (const auto& [form, meaning] : kShortForms) {
+    if (!std::regex_match(text, form)) continue;
+    std::istringstream parts(std::regex_replace(text, form, meaning));
+    for (std::string part; std::getline(parts, part);) AddLines(part, place, lines);
+    return;
+  }
+  lines.push_back({place, text});
+}
+
+/// The scenario's lines without comments, blank lines, short forms and the indirection of
+/// `@ include` and `@ repeat`.
 std::vector<Line> ReadScenario(const fs::path& path) {
   std::ifstream file(path);
   if (!file) throw Failure("cannot read " + path.string());
+  static const std::regex include("@ include (.*)");
+  static const std::regex repeat("@ repeat ([0-9]+) (.*)");
   std::vector<Line> lines;
-  std::string text;
-  constexpr std::string_view arrow = " => ";
-  for (int number = 1; std::getline(file, text); ++number) {
-    constexpr std::string_view include = "@ include ";
+  std::smatch part;
+  int number = 0;
+  for (std::string text; std::getline(file, text);) {
+    const std::string place = path.filename().string() + ":" + std::to_string(++number);
     if (text.empty() || text.starts_with('#')) continue;
-    if (text.starts_with(include)) {
-      for (Line& line : ReadScenario(path.parent_path() / text.substr(include.size()))) {
-        lines.push_back(std::move(line));
-      }
+    if (text.starts_with("  ") && !lines.empty()) {
+      lines.back().text += text.substr(1);
+    } else if (std::regex_match(text, part, include)) {
+      const std::vector<Line> included = ReadScenario(path.parent_path() / part[1].str());
+      lines.insert(lines.end(), included.begin(), included.end());
+    } else if (std::regex_match(text, part, repeat)) {
+      lines.insert(lines.end(), std::stoul(part[1]), {place, part[2]});
     } else {
-      const std::string place = path.filename().string() + ":" + std::to_string(number);
-      const std::size_t answer = text.starts_with('>') ? text.find(arrow) : std::string::npos;
-      lines.push_back({place, text.substr(0, answer)});
-      if (answer != std::string::npos) lines.push_back({place, text.substr(answer + arrow.size())});
+      AddLines(text, place, lines);
     }
   }
   return lines;
@@ -66,17 +88,17 @@ std::vector<Line> ReadScenario(const fs::path& path) {
 
 /// The entries of a compiled interface table: behind four bytes, each with a zero byte at its end.
 std::vector<std::string> ReadInterfaceTable(const std::string& path) {
-  const std::string bytes = FileBytes(path);
+  std::istringstream bytes(FileBytes(path).substr(4));
   std::vector<std::string> entries;
-  for (std::size_t start = 4; start < bytes.size();) {
-    const std::size_t end = std::min(bytes.find('\0', start), bytes.size());
-    entries.push_back(bytes.substr(start, end - start));
-    start = end + 1;
-  }
+  for (std::string entry; std::getline(bytes, entry, '\0');) entries.push_back(entry);
   return entries;
 }
 
-std::string Unquoted(const std::string& text) { return text.substr(1, text.size() - 2); }
+/// Bytes as they stand inside of the quotes of a JSON string.
+std::string Escaped(const std::string& bytes) {
+  const std::string quoted = Quoted(bytes);
+  return quoted.substr(1, quoted.size() - 2);
+}
 
 /// One run of one scenario in its own folder.
 class Run {
@@ -109,7 +131,7 @@ class Run {
       const std::string text = Substituted(lines[i].text);
       if (text == otherMode) return false;
       std::vector<std::string> expected;
-      for (++i; i < lines.size() && lines[i].text.front() != '>' && lines[i].text.front() != '@';
+      for (++i; i < lines.size() && std::string("@>").find(lines[i].text[0]) == std::string::npos;
            ++i) {
         expected.push_back(Substituted(lines[i].text));
       }
@@ -141,13 +163,10 @@ class Run {
       if ((driver_ != nullptr) != (text == "@ restart")) throw Failure("not now: " + text);
       if (driver_ != nullptr && !driver_->Ended()) throw Failure("the driver has not ended yet");
       Start(expected);
-    } else if (text == "@ widgets-only" || text == "@ logical-only") {
-      return;
-    } else if (text.starts_with("@ ")) {
-      if (!expected.empty()) throw Failure("a directive answers nothing");
+    } else if (!text.starts_with("@ ") || !expected.empty()) {
+      throw Failure("an answer without a command");
+    } else if (text != "@ widgets-only" && text != "@ logical-only") {
       RunDirective(text.substr(2));
-    } else {
-      throw Failure("an answer without a command: " + text);
     }
   }
 
@@ -156,9 +175,7 @@ class Run {
     if (!arguments_.emulator.empty()) command.insert(command.begin(), arguments_.emulator);
     if (arguments_.widgets) command.emplace_back("--widgets");
     command.push_back(DriverPath((work_ / "program").string()));
-    driver_.reset();
-    driver_ = std::make_unique<DriverProcess>(command, work_, Errors(),
-                                              std::chrono::steady_clock::now() + kTimeLimit);
+    driver_ = std::make_unique<DriverProcess>(command, work_, Errors());
     CheckAnswer(expected, driver_->Answer());
   }
 
@@ -171,33 +188,23 @@ class Run {
 
   /// Puts in what the names behind "$" stand for. What the driver takes and answers has paths in
   /// quotes and in the driver's form; the runner's own lines have them in that of this machine.
-  std::string Substituted(std::string text) const {
-    const bool ofDriver = !text.starts_with('@');
-    for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;) {
-      std::string_view name;
-      std::string value;
-      const std::string_view rest = std::string_view(text).substr(at);
-      if (rest.starts_with("$WORK")) {
-        name = "$WORK";
-        value = work_.string();
-      } else if (rest.starts_with("$PROGRAM")) {
-        name = "$PROGRAM";
-        value = (work_ / "program").string();
-      } else if (rest.starts_with("${")) {
-        name = rest.substr(0, rest.find('}') + 1);
-        value = Unquoted(Quoted(english_.at(std::stoul(std::string(name.substr(2))))));
+  std::string Substituted(const std::string& text) const {
+    static const std::regex name(R"xx(\$(WORK|PROGRAM)([^'" ]*)|\$\{([0-9]+)\})xx");
+    std::string result;
+    auto rest = text.begin();
+    for (std::sregex_iterator found(text.begin(), text.end(), name), end; found != end; ++found) {
+      const std::smatch& match = *found;
+      result += match.prefix();
+      rest = match[0].second;
+      if (match[3].matched) {
+        result += Escaped(english_.at(std::stoul(match[3])));
       } else {
-        value = name = rest.substr(0, 1);
+        const std::string folder = match[1] == "WORK" ? work_ : work_ / "program";
+        const std::string path = folder + match[2].str();
+        result += text.starts_with('@') ? path : Escaped(DriverPath(path));
       }
-      std::size_t length = name.size();
-      if (ofDriver && (name == "$WORK" || name == "$PROGRAM")) {
-        length = std::min(rest.find_first_of("'\""), rest.size());
-        value = Unquoted(Quoted(DriverPath(value.append(rest, name.size(), length - name.size()))));
-      }
-      text.replace(at, length, value);
-      at += value.size();
     }
-    return text;
+    return result.append(rest, text.end());
   }
 
   const Arguments& arguments_;
@@ -226,18 +233,16 @@ int RunScenario(const Arguments& arguments) {
 
 }  // namespace quillmark
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   if (argc != 6 && argc != 7) {
     std::cerr << "usage: scenario_runner DRIVER PROGRAM_FILES SAMPLES logical|widgets SCENARIO"
                  " [EMULATOR]\n";
     return 64;
   }
-  try {
-    return quillmark::RunScenario({std::filesystem::absolute(argv[1]).string(), argv[2], argv[3],
-                                   std::string_view(argv[4]) == "widgets", argv[5],
-                                   argc == 7 ? argv[6] : ""});
-  } catch (const std::exception& trouble) {
-    std::cerr << trouble.what() << "\n";
-    return EXIT_FAILURE;
-  }
+  return quillmark::RunScenario({std::filesystem::absolute(argv[1]).string(), argv[2], argv[3],
+                                 std::string_view(argv[4]) == "widgets", argv[5],
+                                 argc == 7 ? argv[6] : ""});
+} catch (const std::exception& trouble) {
+  std::cerr << trouble.what() << "\n";
+  return EXIT_FAILURE;
 }
