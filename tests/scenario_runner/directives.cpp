@@ -1,12 +1,12 @@
 #include "scenario_runner/directives.h"
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <map>
 
 #include "driver/driver_text.h"
 #include "scenario_runner/expectation.h"
+#include "support/bytes.h"
 
 namespace quillmark {
 
@@ -18,30 +18,21 @@ namespace fs = std::filesystem;
 std::string ReadHex(CommandLine& line) {
   std::string digits;
   while (!line.AtEnd()) digits += line.Word();
-  std::string bytes;
-  for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-    bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
-  }
-  return bytes;
+  return Hex(digits);
 }
 
 std::size_t ReadOffset(CommandLine& line) { return std::stoul(line.Word(), nullptr, 0); }
 
-void WriteFile(const std::string& path, const std::string& bytes) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!(file << bytes).flush()) throw Failure("cannot write " + path);
-}
-
 void Patch(const std::string& path, CommandLine& line) {
-  std::string bytes = FileBytes(path);
+  std::string bytes = Bytes(path);
   const std::size_t offset = ReadOffset(line);
   const std::string patch = ReadHex(line);
   if (offset + patch.size() > bytes.size()) throw Failure("the patch lies behind the file's end");
-  WriteFile(path, bytes.replace(offset, patch.size(), patch));
+  MakeFile(path, bytes.replace(offset, patch.size(), patch));
 }
 
 void CheckBytes(const std::string& path, CommandLine& line) {
-  const std::string bytes = FileBytes(path);
+  const std::string bytes = Bytes(path);
   const std::size_t offset = ReadOffset(line);
   const std::string wanted = ReadHex(line);
   if (bytes.compare(std::min(offset, bytes.size()), wanted.size(), wanted) == 0) return;
@@ -55,12 +46,12 @@ void CheckBytes(const std::string& path, CommandLine& line) {
 }
 
 void CheckSize(const std::string& path, CommandLine& line) {
-  const std::size_t size = FileBytes(path).size();
+  const std::size_t size = Bytes(path).size();
   if (size != ReadOffset(line)) throw Failure("the file has " + std::to_string(size) + " bytes");
 }
 
 void CheckSame(const std::string& one, const std::string& other, bool same) {
-  if ((FileBytes(one) == FileBytes(other)) != same) {
+  if ((Bytes(one) == Bytes(other)) != same) {
     throw Failure(same ? "the files differ" : "the files are the same");
   }
 }
@@ -78,10 +69,10 @@ using Path = const std::string&;
 
 /// Each takes the path behind its name, and reads the rest of the line.
 const std::map<std::string, void (*)(Path, CommandLine&), std::less<>> kDirectives = {
-    {"write", [](Path path, CommandLine& line) { WriteFile(path, ReadHex(line)); }},
-    {"text", [](Path path, CommandLine& line) { WriteFile(path, line.Bytes()); }},
+    {"write", [](Path path, CommandLine& line) { MakeFile(path, ReadHex(line)); }},
+    {"text", [](Path path, CommandLine& line) { MakeFile(path, line.Bytes()); }},
     {"patch", Patch},
-    {"copy", [](Path path, CommandLine& line) { WriteFile(line.Word(), FileBytes(path)); }},
+    {"copy", [](Path path, CommandLine& line) { MakeFile(line.Word(), Bytes(path)); }},
     {"rename", [](Path path, CommandLine& line) { fs::rename(path, line.Word()); }},
     {"remove", [](Path path, CommandLine&) { fs::remove_all(path); }},
     {"readonly", [](Path path, CommandLine&) { SetWritable(path, false); }},
@@ -96,12 +87,6 @@ const std::map<std::string, void (*)(Path, CommandLine&), std::less<>> kDirectiv
 };
 
 }  // namespace
-
-std::string FileBytes(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw Failure("cannot read " + path);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 void RunDirective(const std::string& line) {
   CommandLine words(line);

@@ -8,7 +8,4 @@ namespace quillmark {
 /// "size /tmp/x 12" or "remove /tmp/x". Throws `Failure` if a check fails or the line is unknown.
 void RunDirective(const std::string& line);
 
-/// The bytes of a file; throws `Failure` if it can't be read.
-std::string FileBytes(const std::string& path);
-
 }  // namespace quillmark

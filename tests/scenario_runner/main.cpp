@@ -13,6 +13,7 @@
 #include "scenario_runner/directives.h"
 #include "scenario_runner/driver_process.h"
 #include "scenario_runner/expectation.h"
+#include "support/bytes.h"
 
 namespace quillmark {
 
@@ -38,10 +39,12 @@ struct Line {
   std::string text;
 };
 
-/// What lines stand for: the first line of an answer behind its command, and boxes with what closes
-/// them.
+/// What lines stand for: the first line of an answer behind its command, a question with what is to
+/// be seen by it, and boxes with what closes them.
 const std::vector<std::pair<std::regex, std::string>> kShortForms = {
     {std::regex(R"((> .*) => (.*))"), "$1\n$2"},
+    {std::regex(R"((model|state|form \w+) ([/{].*))"), "> $1\n$2"},
+    {std::regex(R"((\w+\.\S+) ([/{].*))"), "> get $1\n$2"},
     {std::regex(R"(error (".*"))"), "box critical OK \"$${0}\" $1\n> press OK"},
     {std::regex(R"xx(fault "(.*)" "(.*)")xx"),
      R"(box critical End,Continue "Quillmark" "\"$1\" could not be done.\u000a\u000a$2")"
@@ -88,7 +91,7 @@ std::vector<Line> ReadScenario(const fs::path& path) {
 
 /// The entries of a compiled interface table: behind four bytes, each with a zero byte at its end.
 std::vector<std::string> ReadInterfaceTable(const std::string& path) {
-  std::istringstream bytes(FileBytes(path).substr(4));
+  std::istringstream bytes(Bytes(path).substr(4));
   std::vector<std::string> entries;
   for (std::string entry; std::getline(bytes, entry, '\0');) entries.push_back(entry);
   return entries;
@@ -142,7 +145,7 @@ class Run {
       driver_->Send("quit");
       driver_->ExpectExit();
     }
-    const std::string complaints = FileBytes(Errors().string());
+    const std::string complaints = Bytes(Errors().string());
     if (!complaints.empty()) throw Failure("on standard error: " + complaints);
     return true;
   }
