@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <random>
 
 #include "core/level_stream.h"
@@ -61,17 +59,9 @@ std::string CoreTest::Build(std::uint8_t game, int level) {
   return bytes;
 }
 
-std::string Hex(std::string_view digits) {
-  std::string bytes;
-  std::string pair;
-  for (const char digit : digits) {
-    if (digit == ' ') continue;
-    pair += digit;
-    if (pair.size() < 2) continue;
-    bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
-    pair.clear();
-  }
-  return bytes;
+bool CoreTest::LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const {
+  MakeFile(Path("one"), ScriptBytes(streams));
+  return Load(Path("one"), game);
 }
 
 std::string Zeros(std::size_t count) { return std::string(count, '\0'); }
@@ -86,22 +76,11 @@ std::string Repeated(std::string_view bytes, int times) {
   return all;
 }
 
-std::string Bytes(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  EXPECT_TRUE(file) << path;
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 bool IsNamed(const std::string& path) {
   const fs::path name = fs::path(path).filename();
   const fs::directory_iterator folder(fs::path(path).parent_path());
   return std::any_of(begin(folder), end(folder),
                      [&](const auto& entry) { return entry.path().filename() == name; });
-}
-
-void MakeFile(const std::string& path, const std::string& bytes) {
-  std::ofstream file(path, std::ios::binary);
-  ASSERT_TRUE(file << bytes) << path;
 }
 
 std::string ScriptBytes(const std::vector<std::string>& streams) {

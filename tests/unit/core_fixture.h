@@ -4,12 +4,12 @@
 
 #include <cstdint>
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/script_model.h"
+#include "support/bytes.h"
 
 namespace quillmark {
 
@@ -27,21 +27,18 @@ class CoreTest : public testing::Test {
   LevelRecord& Parse(std::uint8_t game, const std::string& stream);
   /// Builds that level and gives what `LevelRaw` holds of it.
   static std::string Build(std::uint8_t game, int level);
+  /// Loads a script of these streams, from a file "one".
+  bool LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const;
 
  private:
   std::string folder_;
 };
 
-/// The bytes that hexadecimal digits stand for; blanks are passed over.
-std::string Hex(std::string_view digits);
 std::string Zeros(std::size_t count);
 std::string Word(int value);
 std::string Repeated(std::string_view bytes, int times);
-
-std::string Bytes(const std::string& path);
 /// Whether a file of this very name is there, letter case included.
 bool IsNamed(const std::string& path);
-void MakeFile(const std::string& path, const std::string& bytes);
 
 /// Behind the elements of a level: what a TR4 stream has to have, and the closing pair.
 inline const std::string kCamera = "\x91" + std::string(25, '\0');
@@ -54,11 +51,5 @@ std::string ScriptBytes(const std::vector<std::string>& streams);
 std::string Outcome(const std::function<bool()>& routine);
 std::string OutcomeOf(const std::function<void()>& routine);
 bool Load(const std::string& path, std::uint8_t game);
-
-/// The entries of a bounded array as plain numbers.
-template <class Array>
-std::vector<int> Numbers(const Array& array) {
-  return std::vector<int>(array.begin(), array.end());
-}
 
 }  // namespace quillmark

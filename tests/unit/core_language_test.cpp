@@ -10,6 +10,8 @@
 namespace quillmark {
 namespace {
 
+namespace fs = std::filesystem;
+
 /// Keeps what the readers and writers tell.
 class CoreLanguageTest : public CoreTest {
  protected:
@@ -67,27 +69,11 @@ TEST_F(CoreLanguageTest, ReadsAndWritesASmallFile) {
   EXPECT_EQ(slot.Strings[2], Zeros(4));
 }
 
-TEST_F(CoreLanguageTest, ReadsTheSamplesAndMakesThemOneByteLonger) {
-  CopySample("tr4");
-  const std::string path = Path("tr4/ITALIAN.DAT");
-  const std::string before = Bytes(path);
-  ReadLanguage(Language::ITALIAN, path);
-  const LanguageSlot& slot = Slot(Language::ITALIAN);
-  EXPECT_EQ(slot.Count1, 16);
-  EXPECT_EQ(slot.Count2, 42);
-  EXPECT_EQ(slot.Count3, 62);
-  EXPECT_EQ(slot.Strings[0].size(), static_cast<std::size_t>(slot.Offsets[1].value()));
-  EXPECT_TRUE(WriteLanguage(Language::ITALIAN, path));
-  std::string after = before + Zeros(1);
-  ++after[10];
-  EXPECT_EQ(Bytes(path), after);
-}
-
 TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
   const std::string a = "A" + Zeros(1);
   const std::string b = "bc" + Zeros(1);
   MakeFile(Path("a"), SmallFile());
-  std::filesystem::create_directory(Path("folder"));
+  fs::create_directory(Path("folder"));
   TRScript.NumLevels = 2;
   TRScript.Levels.Redim(2);
   TRScript.Levels[1].NameString = 1;
@@ -140,6 +126,7 @@ TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
 }
 
 TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
+  LanguageSlot& slot = Slot(Language::ENGLISH);
   struct Case {
     int counts[3];
     bool loaded;
@@ -151,25 +138,23 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
                                                    {{0, 0, -1}, false, -1},
                                                    {{32767, 1, -1}, false, 0},
                                                    {{32767, -32767, 2}, true, 2}}) {
-    Slot(Language::ENGLISH) = {};
+    slot = {};
     MakeFile(Path("a"), Word(c.counts[0]) + Word(c.counts[1]) + Word(c.counts[2]) + Zeros(5000));
     ReadLanguage(Language::ENGLISH, Path("a"));
     EXPECT_EQ(TakeTold(), c.loaded ? "" : "failed 1") << c.counts[0];
-    EXPECT_EQ(Slot(Language::ENGLISH).Loaded, c.loaded ? -1 : 0);
-    EXPECT_EQ(Slot(Language::ENGLISH).Total, c.total);
-    EXPECT_EQ(Slot(Language::ENGLISH).Count3, c.counts[2]) << "the slot is as far as it got";
+    EXPECT_EQ(slot.Loaded, c.loaded ? -1 : 0);
+    EXPECT_EQ(slot.Total, c.total);
+    EXPECT_EQ(slot.Count3, c.counts[2]) << "the slot is as far as it got";
     Files.CloseFiles();
   }
-  EXPECT_EQ(Slot(Language::ENGLISH).Strings[1].size(), 4991U);
-}
-
-TEST_F(CoreLanguageTest, TakesNoMoreMemoryThanDamagedOffsetsCanAskFor) {
+  EXPECT_EQ(slot.Strings[1].size(), 4991U);
+  // Damaged offsets can't ask for any amount of memory.
   for (const int pairs : {32, 33}) {
     MakeFile(Path("a"),
              Word(2 * pairs) + Zeros(10) + Repeated(Word(0) + Word(32767), pairs) + "x" + Zeros(1));
     ReadLanguage(Language::ENGLISH, Path("a"));
     EXPECT_EQ(TakeTold(), pairs == 32 ? "" : "failed 1");
-    EXPECT_EQ(Slot(Language::ENGLISH).Strings[62].size(), 32767U);
+    EXPECT_EQ(slot.Strings[62].size(), 32767U);
     Files.CloseFiles();
   }
 }
@@ -191,7 +176,7 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
     slot.Strings[0] = std::string(c.first, 'x');
     slot.Strings[1] = std::string(c.second, 'x');
     slot.Strings[2] = std::string(c.third, 'x');
-    std::filesystem::remove(Path("a"));
+    fs::remove(Path("a"));
     EXPECT_EQ(WriteLanguage(Language::ENGLISH, Path("a")), c.written);
     EXPECT_EQ(TakeTold(), c.written ? "" : "failed 8");
     EXPECT_EQ(Bytes(Path("a")).size(), static_cast<std::size_t>(c.size));
@@ -200,27 +185,26 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
   slot = {};
   slot.Strings.Redim(0);
   slot.Offsets.Redim(0);
-  std::filesystem::remove(Path("a"));
+  fs::remove(Path("a"));
   EXPECT_TRUE(WriteLanguage(Language::ENGLISH, Path("a")));
   EXPECT_EQ(Bytes(Path("a")), Zeros(14)) << "an empty slot has its first offset all the same";
 }
 
 TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
+  const std::string folder = Path("").substr(0, Path("").size() - 1);
   MakeFile(Path("german.dat"), SmallFile());
   for (const Language language : {Language::ENGLISH, Language::JAPAN, Language::GERMAN}) {
     ReadFoundLanguage(LanguageFileName(language), Path("german.dat"));
     Files.CloseFiles();
   }
-  EXPECT_TRUE(WriteLoadedLanguages(Path("").substr(0, Path("").size() - 1)));
+  EXPECT_TRUE(WriteLoadedLanguages(folder));
   EXPECT_TRUE(IsNamed(Path("german.dat")));
   EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
-  std::filesystem::remove(Path("ENGLISH.DAT"));
-  std::filesystem::remove(Path("JAPAN.DAT"));
-  std::filesystem::remove(Path("german.dat"));
-  std::filesystem::create_directory(Path("JAPAN.DAT"));
-  EXPECT_FALSE(WriteLoadedLanguages(Path("").substr(0, Path("").size() - 1)));
+  for (const char* name : {"ENGLISH.DAT", "JAPAN.DAT", "german.dat"}) fs::remove(Path(name));
+  fs::create_directory(Path("JAPAN.DAT"));
+  EXPECT_FALSE(WriteLoadedLanguages(folder));
   EXPECT_EQ(TakeTold(), "failed 13");
-  EXPECT_TRUE(std::filesystem::exists(Path("ENGLISH.DAT")));
+  EXPECT_TRUE(fs::exists(Path("ENGLISH.DAT")));
   EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
 }
 

@@ -1,11 +1,12 @@
 // The level streams of both games, against bytes that were worked out by hand.
 
 #include <filesystem>
+#include <optional>
 
 #include "core/level_stream.h"
+#include "core/object_groups.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
-#include "tools/listing.h"
 #include "unit/core_fixture.h"
 
 namespace quillmark {
@@ -36,14 +37,39 @@ int ElementLength(std::uint8_t game, int opcode) {
   return 1;
 }
 
+/// The opcodes of one list of a level, the number that the last one stands for, and the list's
+/// places. The opcodes of combinations come in pairs.
+struct List {
+  std::uint8_t game;
+  int first, last;
+  int highestId, combos, places;
+  Byte LevelRecord::*count;
+  std::optional<ObjectKind> kind = {};
+};
+using Level = LevelRecord;
+using enum ObjectKind;
+const List kLists[] = {{kTr4, 0x93, 0x9e, 12, 0, 13, &Level::KeyCount, Key},
+                       {kTr4, 0x9f, 0xaa, 12, 0, 13, &Level::PuzzleCount, Puzzle},
+                       {kTr4, 0xab, 0xae, 4, 0, 13, &Level::PickupCount, Pickup},
+                       {kTr4, 0xaf, 0xb1, 3, 0, 4, &Level::ExamineCount, Examine},
+                       {kTr4, 0xb2, 0xc1, 8, 2, 13, &Level::KeyComboCount, KeyCombo},
+                       {kTr4, 0xc2, 0xd1, 8, 2, 13, &Level::PuzzleComboCount, PuzzleCombo},
+                       {kTr4, 0xd2, 0xd9, 4, 2, 13, &Level::PickupComboCount, PickupCombo},
+                       {kTr5, 0x92, 0x99, 8, 0, 13, &Level::KeyCount, Key},
+                       {kTr5, 0x9e, 0xa5, 8, 0, 13, &Level::PuzzleCount, Puzzle},
+                       {kTr5, 0xaa, 0xad, 4, 0, 13, &Level::PickupCount, Pickup},
+                       {kTr5, 0xc1, 0xd0, 8, 2, 13, &Level::PuzzleComboCount, PuzzleCombo},
+                       {kTr4, 0x85, 0x88, 0, 0, 100, &Level::CutCount},
+                       {kTr5, 0xd9, 0xd9, 0, 0, 33, &Level::Tr5ListACount},
+                       {kTr5, 0xda, 0xda, 0, 0, 33, &Level::Tr5ListBCount}};
+
 TEST_F(CoreStreamTest, EveryByteTakesItsOperandsAndComesBackAsItself) {
   for (const std::uint8_t game : {kTr4, kTr5}) {
     for (int opcode = 0; opcode < 256; ++opcode) {
       if (opcode == 0x81 || opcode == 0x82) continue;
       SCOPED_TRACE(testing::Message() << "game " << int{game} << " opcode " << opcode);
       const int length = ElementLength(game, opcode);
-      const std::string element =
-          Opcode(opcode) + std::string(static_cast<std::size_t>(length - 1), '\x01');
+      const std::string element = Opcode(opcode) + Repeated("\x01", length - 1);
       Parse(game, element + kClose);
       EXPECT_EQ(TRScript.LevelRaw[1].Length, 1);
       EXPECT_EQ(TRScript.LevelRaw[1].Bytes[0], opcode);
@@ -58,95 +84,39 @@ TEST_F(CoreStreamTest, EveryByteTakesItsOperandsAndComesBackAsItself) {
   }
 }
 
-TEST_F(CoreStreamTest, ObjectOpcodesNameTheirIdAndCombo) {
-  struct Case {
-    std::uint8_t game;
-    int opcode;
-    ObjectKind kind;
-    int id, combo;
-  };
-  using enum ObjectKind;
-  for (const Case& c : std::initializer_list<Case>{
-           {kTr4, 0x93, Key, 1, 0},         {kTr4, 0x9e, Key, 12, 0},
-           {kTr4, 0x9f, Puzzle, 1, 0},      {kTr4, 0xaa, Puzzle, 12, 0},
-           {kTr4, 0xab, Pickup, 1, 0},      {kTr4, 0xae, Pickup, 4, 0},
-           {kTr4, 0xaf, Examine, 1, 0},     {kTr4, 0xb1, Examine, 3, 0},
-           {kTr4, 0xb2, KeyCombo, 1, 1},    {kTr4, 0xc1, KeyCombo, 8, 2},
-           {kTr4, 0xc2, PuzzleCombo, 1, 1}, {kTr4, 0xc3, PuzzleCombo, 1, 2},
-           {kTr4, 0xd1, PuzzleCombo, 8, 2}, {kTr4, 0xd2, PickupCombo, 1, 1},
-           {kTr4, 0xd9, PickupCombo, 4, 2}, {kTr5, 0x92, Key, 1, 0},
-           {kTr5, 0x99, Key, 8, 0},         {kTr5, 0x9e, Puzzle, 1, 0},
-           {kTr5, 0xa5, Puzzle, 8, 0},      {kTr5, 0xaa, Pickup, 1, 0},
-           {kTr5, 0xad, Pickup, 4, 0},      {kTr5, 0xc1, PuzzleCombo, 1, 1},
-           {kTr5, 0xc8, PuzzleCombo, 4, 2}, {kTr5, 0xd0, PuzzleCombo, 8, 2}}) {
-    SCOPED_TRACE(testing::Message() << "game " << int{c.game} << " opcode " << c.opcode);
-    MakeFile(Path("one"), ScriptBytes({Opcode(c.opcode) + kObject + kClose}));
-    ASSERT_TRUE(Load(Path("one"), c.game));
-    const LevelRecord& level = TRScript.Levels[0];
-    ASSERT_EQ(level.ObjectCount, 1);
-    const LevelObject& object = level.Objects[0];
-    EXPECT_EQ(object.Kind, static_cast<int>(c.kind));
-    EXPECT_EQ(object.Id, c.id);
-    EXPECT_EQ(object.Combo, c.combo);
-    EXPECT_EQ(object.StringId, 0x1234);
-    EXPECT_EQ(Numbers(object.Params), (std::vector<int>{1, -1, -32768, 32767, 0, 6}));
+TEST_F(CoreStreamTest, NamesObjectsByTheirOpcode) {
+  for (const List& list : kLists) {
+    if (!list.kind) continue;
+    const auto expect = [&](int opcode, int id, int combo) {
+      SCOPED_TRACE(testing::Message() << "game " << int{list.game} << " opcode " << opcode);
+      LevelRecord& level = Parse(list.game, Opcode(opcode) + kObject + kClose);
+      FlattenGroups(level);
+      const LevelObject& object = level.Objects[0];
+      EXPECT_EQ(level.ObjectCount, 1);
+      EXPECT_EQ(object.Kind, static_cast<int>(*list.kind));
+      EXPECT_EQ(object.Id, id);
+      EXPECT_EQ(object.Combo, combo);
+      EXPECT_EQ(object.StringId, 0x1234);
+      const int params[] = {1, -1, -32768, 32767, 0, 6};
+      EXPECT_TRUE(std::equal(object.Params.begin(), object.Params.end(), params));
+    };
+    expect(list.first, 1, list.combos / 2);
+    expect(list.first + 1, list.combos == 0 ? 2 : 1, list.combos);
+    expect(list.last, list.highestId, list.combos);
   }
 }
 
-/// One level of the model as it is listed, without its quotes.
-std::string Listed(int level) {
-  std::string text = JsonLine(ListScript()["Levels"][static_cast<std::size_t>(level)]);
-  std::erase(text, '"');
-  return text;
-}
-
-constexpr const char* kTr4Level =
-    "{PuzzleCount:3,Puzzles:[{Params:[-8,800,-16384,0,16384,8],Id:2,StringId:73},"
-    "{Params:[4,832,0,-32768,0,10],Id:2,StringId:73},{Params:[0,768,16384,0,-32768,2],Id:3,"
-    "StringId:74}],KeyCount:2,Keys:[{Params:[0,768,16384,0,-32768,2],Id:2,StringId:59},"
-    "{Params:[8,640,0,8192,0,2],Id:3,StringId:60}],PuzzleComboCount:0,PuzzleCombos:[],"
-    "KeyComboCount:0,KeyCombos:[],PickupCount:1,Pickups:[{Params:[8,640,0,8192,0,2],Id:1,"
-    "StringId:113}],PickupComboCount:0,PickupCombos:[],ExamineCount:0,Examines:[],Fmv:0,Cut:5,"
-    "CutCount:0,Cuts:[],ResetHub:0,Layer1On:-1,Layer2On:-1,Layer1:[120,96,64,7],"
-    "Layer2:[88,80,96,14],LensFlareOn:-1,LensFlarePos:[-20480,-8192,30720],"
-    "LensFlareColour:[255,224,160],MirrorRoom:0,MirrorValue:0,MirrorOn:0,"
-    "Camera:[40960,-2048,61440,43008,-1536,60416],CameraRoom:27,NameString:2,LevelFlags:2588,"
-    "FileNameIndex:2,AudioTrack:111,MipCount:0,Mips:[{Low:0,High:0}],UVRotate:0,UVRotateOn:0,"
-    "LegendOn:0,Legend:0,Fog:[0,0,0],FogOn:0,ObjectCount:6,"
-    "Objects:[{Kind:0,Id:2,StringId:73,Combo:0,Params:[-8,800,-16384,0,16384,8]},"
-    "{Kind:0,Id:2,StringId:73,Combo:0,Params:[4,832,0,-32768,0,10]},"
-    "{Kind:0,Id:3,StringId:74,Combo:0,Params:[0,768,16384,0,-32768,2]},"
-    "{Kind:1,Id:2,StringId:59,Combo:0,Params:[0,768,16384,0,-32768,2]},"
-    "{Kind:1,Id:3,StringId:60,Combo:0,Params:[8,640,0,8192,0,2]},"
-    "{Kind:2,Id:1,StringId:113,Combo:0,Params:[8,640,0,8192,0,2]}],Tr5ListA:[],Tr5ListACount:0,"
-    "Tr5ListB:[],Tr5ListBCount:0,LevelRaw:{Length:11,Bytes:9495a0a0a1ab898a848d91}}";
-
-constexpr const char* kTr5Level =
-    "{PuzzleCount:0,Puzzles:[],KeyCount:0,Keys:[],PuzzleComboCount:0,PuzzleCombos:[],"
-    "KeyComboCount:0,KeyCombos:[],PickupCount:0,Pickups:[],PickupComboCount:0,PickupCombos:[],"
-    "ExamineCount:0,Examines:[],Fmv:0,Cut:0,CutCount:0,Cuts:[],ResetHub:0,Layer1On:-1,Layer2On:0,"
-    "Layer1:[160,176,208,5],Layer2:[0,0,0,0],LensFlareOn:0,LensFlarePos:[0,0,0],"
-    "LensFlareColour:[0,0,0],MirrorRoom:0,MirrorValue:0,MirrorOn:0,Camera:[0,0,0,0,0,0],"
-    "CameraRoom:0,NameString:0,LevelFlags:12,FileNameIndex:0,AudioTrack:2,MipCount:0,"
-    "Mips:[{Low:0,High:0}],UVRotate:4,UVRotateOn:-1,LegendOn:0,Legend:0,Fog:[0,0,0],FogOn:0,"
-    "ObjectCount:0,Objects:[],Tr5ListA:[3,17],Tr5ListACount:2,Tr5ListB:[],Tr5ListBCount:0,"
-    "LevelRaw:{Length:4,Bytes:8b89d9d9}}";
-
-TEST_F(CoreStreamTest, ReadsWholeLevelsOfTheSamples) {
-  ASSERT_TRUE(Load(CopySample("tr4"), kTr4));
-  EXPECT_EQ(Listed(2), kTr4Level);
-  EXPECT_EQ(TRScript.Levels[5].MirrorRoom, 0x25);
-  EXPECT_EQ(TRScript.Levels[5].MirrorValue, 0x800);
-
-  TRScript = {};
-  ASSERT_TRUE(Load(CopySample("tr5"), kTr5));
-  EXPECT_EQ(Listed(0), kTr5Level);
-  const LevelRecord& level = TRScript.Levels[3];
-  EXPECT_EQ(level.PuzzleComboCount, 2);
-  EXPECT_EQ(level.PuzzleCombos[1].Id, 4);
-  EXPECT_EQ(level.PuzzleCombos[1].Combo, 2);
-  EXPECT_EQ(level.Tr5ListA[0], 30000);
-  EXPECT_EQ(level.Tr5ListB[2], -32768);
+TEST_F(CoreStreamTest, FaultsWhereAListIsFullWithNothingStored) {
+  for (const List& list : kLists) {
+    SCOPED_TRACE(list.first);
+    const int length = ElementLength(list.game, list.first);
+    const std::string element = Opcode(list.first) + Zeros(static_cast<std::size_t>(length - 1));
+    const std::string full = Repeated(element, list.places);
+    EXPECT_EQ(Parse(list.game, full + kClose).*list.count, list.places);
+    EXPECT_EQ(OutcomeOf([&] { Parse(list.game, full + element + kClose); }), "subscript fault");
+    EXPECT_EQ(TRScript.Levels[1].*list.count, list.places);
+    EXPECT_EQ(Files.Position(1), list.places * length + 1) << "no operand is read";
+  }
 }
 
 TEST_F(CoreStreamTest, ReadsMipsByTheirHexadecimalText) {
@@ -154,11 +124,11 @@ TEST_F(CoreStreamTest, ReadsMipsByTheirHexadecimalText) {
     const char* operand;
     int low, high;
   };
-  for (const Case& c : std::initializer_list<Case>{
+  for (const auto& [operand, low, high] : std::initializer_list<Case>{
            {"00", 1, 0}, {"05", 6, 5}, {"0c", 13, 0}, {"1f", 16, 1}, {"b7", 8, 0}, {"99", 10, 9}}) {
-    const LevelRecord& level = Parse(kTr4, Hex("90 77 90") + Hex(c.operand) + kClose);
-    EXPECT_EQ(level.Mips[0].Low, c.low) << c.operand;
-    EXPECT_EQ(level.Mips[0].High, c.high) << c.operand;
+    const LevelRecord& level = Parse(kTr4, Hex("90 77 90") + Hex(operand) + kClose);
+    EXPECT_EQ(level.Mips[0].Low, low) << operand;
+    EXPECT_EQ(level.Mips[0].High, high) << operand;
     EXPECT_EQ(level.MipCount, 0);
   }
 }
@@ -179,34 +149,6 @@ TEST_F(CoreStreamTest, EndsOnlyWithAClosingPair) {
   EXPECT_EQ(Files.Position(1), 4);
 }
 
-TEST_F(CoreStreamTest, FaultsWhereAListIsFullWithNothingStored) {
-  struct Case {
-    std::uint8_t game;
-    int opcode, places;
-    Byte LevelRecord::*count;
-  };
-  for (const Case& c : std::initializer_list<Case>{{kTr4, 0x93, 13, &LevelRecord::KeyCount},
-                                                   {kTr4, 0x9f, 13, &LevelRecord::PuzzleCount},
-                                                   {kTr4, 0xab, 13, &LevelRecord::PickupCount},
-                                                   {kTr4, 0xaf, 4, &LevelRecord::ExamineCount},
-                                                   {kTr4, 0xb2, 13, &LevelRecord::KeyComboCount},
-                                                   {kTr4, 0xc2, 13, &LevelRecord::PuzzleComboCount},
-                                                   {kTr4, 0xd2, 13, &LevelRecord::PickupComboCount},
-                                                   {kTr4, 0x85, 100, &LevelRecord::CutCount},
-                                                   {kTr5, 0xc1, 13, &LevelRecord::PuzzleComboCount},
-                                                   {kTr5, 0xd9, 33, &LevelRecord::Tr5ListACount},
-                                                   {kTr5, 0xda, 33, &LevelRecord::Tr5ListBCount}}) {
-    SCOPED_TRACE(c.opcode);
-    const int length = ElementLength(c.game, c.opcode);
-    const std::string element = Opcode(c.opcode) + Zeros(static_cast<std::size_t>(length - 1));
-    const std::string full = Repeated(element, c.places);
-    EXPECT_EQ(Parse(c.game, full + kClose).*c.count, c.places);
-    EXPECT_EQ(OutcomeOf([&] { Parse(c.game, full + element + kClose); }), "subscript fault");
-    EXPECT_EQ(TRScript.Levels[1].*c.count, c.places);
-    EXPECT_EQ(Files.Position(1), c.places * length + 1) << "no operand is read";
-  }
-}
-
 TEST_F(CoreStreamTest, RecordsUpTo1025Elements) {
   const std::string fmv = Hex("80 09");
   Parse(kTr5, Repeated(fmv, 1024) + Hex("80 07") + kClose);
@@ -218,25 +160,25 @@ TEST_F(CoreStreamTest, RecordsUpTo1025Elements) {
 }
 
 TEST_F(CoreStreamTest, BuildsElementsInTheirOrderAndByTheirConditions) {
-  const std::string disordered =
-      Hex("92 01 8e 02 00080000 8f 01 02 03 8d 0100 0200 0300 04 05 06 88 04 85 01 84 00 8c 09"
-          "8a 05 06 07 08 89 01 02 03 04 8b 00 8b 05 80 81") +
-      "\xd3" + kObject + "\xc2" + kObject + "\xb2" + kObject + "\xb1" + kObject + "\xae" + kObject +
-      "\xaa" + kObject + "\x94" + kObject + "\x93" + kObject + kClose;
-  const std::string ordered = "\x94" + kObject + "\x93" + kObject + "\xaa" + kObject + "\xae" +
-                              kObject + "\xb1" + kObject + "\xb2" + kObject + "\xc2" + kObject +
-                              "\xd3" + kObject +
+  const auto objects = [](std::string_view opcodes) {
+    std::string stream;
+    for (const char opcode : opcodes) stream += opcode + kObject;
+    return stream;
+  };
+  LevelRecord& level =
+      Parse(kTr4, Hex("92 01 8e 02 00080000 8f 01 02 03 8d 0100 0200 0300 04 05 06 88 04 85 01 84"
+                      "00 8c 09 8a 05 06 07 08 89 01 02 03 04 8b 00 8b 05 80 81") +
+                      objects("\xd3\xc2\xb2\xb1\xae\xaa\x94\x93") + kClose);
+  level.UVRotateOn = 0;
+  const std::string ordered = objects("\x94\x93\xaa\xae\xb1\xb2\xc2\xd3") +
                               Hex("80 81 8b 05 89 01 02 03 04 8a 05 06 07 08 8c 09 88 04 85 01"
                                   "8d 0100 0200 0300 04 05 06 8f 01 02 03 8e 02 00080000") +
                               kCamera + Hex("92 01") + kClose;
-  LevelRecord& level = Parse(kTr4, disordered);
-  level.UVRotateOn = 0;
   EXPECT_EQ(Build(kTr4, 1), ordered);
   EXPECT_EQ(Bytes(Path("scriptdata.tmp")), ordered);
 
-  for (Int16 LevelRecord::*word :
-       {&LevelRecord::Layer1On, &LevelRecord::Layer2On, &LevelRecord::LegendOn,
-        &LevelRecord::LensFlareOn, &LevelRecord::FogOn, &LevelRecord::MirrorOn}) {
+  for (Int16 Level::*word : {&Level::Layer1On, &Level::Layer2On, &Level::LegendOn,
+                             &Level::LensFlareOn, &Level::FogOn, &Level::MirrorOn}) {
     level.*word = 1;  // not -1: off
   }
   EXPECT_EQ(Build(kTr4, 1).find(Hex("80 81 8b 05 88 04 85 01 91")), 8 * 15);
