@@ -1,9 +1,11 @@
 #include "driver/driver.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <iostream>
 #include <map>
+#include <sstream>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -24,14 +26,6 @@ namespace {
 template <class Value>
 using Names = std::map<std::string, Value, std::less<>>;
 
-const Names<BoxIcon> kIcons = {{"none", BoxIcon::None},
-                               {"critical", BoxIcon::Critical},
-                               {"question", BoxIcon::Question},
-                               {"information", BoxIcon::Information},
-                               {"warning", BoxIcon::Warning}};
-const Names<BoxButton> kBoxButtons = {{"OK", BoxButton::OK},   {"Yes", BoxButton::Yes},
-                                      {"No", BoxButton::No},   {"Cancel", BoxButton::Cancel},
-                                      {"End", BoxButton::End}, {"Continue", BoxButton::Continue}};
 const Names<MouseButton> kMouseButtons = {
     {"left", MouseButton::Left}, {"right", MouseButton::Right}, {"middle", MouseButton::Middle}};
 const Names<KeyCode> kKeys = {
@@ -46,25 +40,18 @@ const Value& Named(const Names<Value>& names, const std::string& name) {
   return found->second;
 }
 
-template <class Value>
-std::string NameOf(const Names<Value>& names, Value value) {
-  return std::find_if(names.begin(), names.end(),
-                      [&](const auto& entry) { return entry.second == value; })
-      ->first;
-}
-
 // What a command reads behind its word.
 
 struct Path {
   std::string text;
 };
-struct OperationName {
+struct Name {
   std::string text;
 };
 
-Key ReadKey(CommandLine& line) {
-  if (!line.AtQuote()) return {Named(kKeys, line.Word())};
-  const std::string character = line.Bytes();
+Key ReadKey(std::istream& line) {
+  if ((line >> std::ws).peek() != '"') return {Named(kKeys, ReadWord(line))};
+  const std::string character = ReadBytes(line);
   if (character.size() != 1) throw CommandError("a key types one character");
   return {KeyCode::Character, character.front()};
 }
@@ -89,18 +76,18 @@ using Kept = std::conditional_t<std::is_const_v<std::remove_reference_t<What>>,
                                 std::remove_cvref_t<What>, What>;
 
 template <class What>
-What Read(CommandLine& line) {
-  if constexpr (std::is_same_v<What, int>) return line.Number();
-  if constexpr (std::is_same_v<What, std::string>) return line.Bytes();
-  if constexpr (std::is_same_v<What, Path>) return {line.Text()};
-  if constexpr (std::is_same_v<What, OperationName>) return {line.Word()};
-  if constexpr (std::is_same_v<What, BoxButton>) return Named(kBoxButtons, line.Word());
-  if constexpr (std::is_same_v<What, MouseButton>) return Named(kMouseButtons, line.Word());
+What Read(std::istream& line) {
+  if constexpr (std::is_same_v<What, int>) return ReadNumber(line);
+  if constexpr (std::is_same_v<What, std::string>) return ReadBytes(line);
+  if constexpr (std::is_same_v<What, Path>) return {ReadText(line)};
+  if constexpr (std::is_same_v<What, Name>) return {ReadWord(line)};
+  if constexpr (std::is_same_v<What, MouseButton>) return Named(kMouseButtons, ReadWord(line));
   if constexpr (std::is_same_v<What, Key>) return ReadKey(line);
-  if constexpr (std::is_same_v<What, Form&>) return FormNamed(line.Word());
-  if constexpr (std::is_same_v<What, Control&>) return ControlNamed(line.Word());
-  if constexpr (std::is_same_v<What, TextBox&>) return As<TextBox>(ControlNamed(line.Word()));
-  if constexpr (std::is_same_v<What, MenuEntry&>) return As<MenuEntry>(ControlNamed(line.Word()));
+  if constexpr (std::is_same_v<What, Form&>) return FormNamed(ReadWord(line));
+  if constexpr (std::is_same_v<What, Control&>) return ControlNamed(ReadWord(line));
+  if constexpr (std::is_same_v<What, TextBox&>) return As<TextBox>(ControlNamed(ReadWord(line)));
+  if constexpr (std::is_same_v<What, MenuEntry&>)
+    return As<MenuEntry>(ControlNamed(ReadWord(line)));
 }
 
 // What the commands do.
@@ -164,7 +151,7 @@ bool Enable(Driver&, Control& control) {
   return true;
 }
 
-bool Call(Driver&, const OperationName& name) {
+bool Call(Driver&, const Name& name) {
   for (const PublicOperation& operation : PublicOperations()) {
     if (operation.name != name.text) continue;
     TheDesktop().RunAct(name.text, operation.run);
@@ -181,26 +168,26 @@ bool Quit(Driver&) {
 /// A command: reads what stands behind its word, and gives what then carries it out, which is
 /// false if that was refused.
 struct Command {
-  std::function<std::function<bool()>(Driver& driver, CommandLine& line)> read;
+  std::function<std::function<bool()>(Driver& driver, std::istream& line)> read;
   bool takenByBoxes = false;
 };
 
 template <class Agent, class Routine, class... What>
-std::function<bool()> ReadAct(Agent& agent, Routine act, [[maybe_unused]] CommandLine& line) {
+std::function<bool()> ReadAct(Agent& agent, Routine act, [[maybe_unused]] std::istream& line) {
   const std::tuple<What...> what{Read<What>(line)...};  // braces read from left to right
   return [act, what, &agent] { return std::apply(act, std::tuple_cat(std::tie(agent), what)); };
 }
 
 template <class... What>
 Command Act(bool (*act)(Driver&, What...)) {
-  return {[act](Driver& driver, CommandLine& line) {
+  return {[act](Driver& driver, std::istream& line) {
     return ReadAct<Driver, decltype(act), Kept<What>...>(driver, act, line);
   }};
 }
 
 template <class... What>
 Command Act(bool (Hands::*act)(What...)) {
-  return {[act](Driver& driver, CommandLine& line) {
+  return {[act](Driver& driver, std::istream& line) {
     return ReadAct<Hands, decltype(act), Kept<What>...>(driver.TheHands(), act, line);
   }};
 }
@@ -229,7 +216,8 @@ const Names<Command> kCommands = {
     {"show", Act(Show)},
     {"enable", Act(Enable)},
     {"call", Act(Call)},
-    {"press", Always(+[](Driver& d, BoxButton button) { return d.Answer(Pressing(button)); })},
+    {"press",
+     Always(+[](Driver& d, const Name& button) { return d.Answer("press " + button.text); })},
     {"reply", Always(+[](Driver& d, const std::string& text) { return d.Answer("reply", text); })},
     {"choose", Always(+[](Driver& d, const Path& path) { return d.Answer("choose", path.text); })},
     {"cancel", Always(+[](Driver& d) { return d.Answer("cancel"); })},
@@ -243,13 +231,17 @@ const Names<Command> kCommands = {
 
 }  // namespace
 
+std::string NameOf(BoxButton button) {
+  constexpr std::array names = {"OK", "Yes", "No", "Cancel", "End", "Continue"};
+  return names.at(static_cast<std::size_t>(button));
+}
+
 std::string PromptOf(const MessageBox& box) {
+  constexpr std::array icons = {"none", "critical", "question", "information", "warning"};
   std::string buttons;
-  for (const BoxButton button : box.buttons) {
-    buttons += (buttons.empty() ? "" : ",") + NameOf(kBoxButtons, button);
-  }
-  return "box " + NameOf(kIcons, box.icon) + " " + buttons + " " + Quoted(box.title) + " " +
-         Quoted(box.text);
+  for (const BoxButton button : box.buttons) buttons += "," + NameOf(button);
+  return std::string("box ") + icons.at(static_cast<std::size_t>(box.icon)) + " " +
+         buttons.substr(1) + " " + Quoted(box.title) + " " + Quoted(box.text);
 }
 
 std::string PromptOf(const InputBox& box) {
@@ -260,8 +252,6 @@ std::string PromptOf(const FileRequest& request) {
   return (request.save ? "file save " : "file open ") + Quoted(request.title) + " " +
          Quoted(request.filter);
 }
-
-std::string Pressing(BoxButton button) { return "press " + NameOf(kBoxButtons, button); }
 
 int Driver::Run() {
   StartProcess();
@@ -303,12 +293,12 @@ std::optional<std::string> Driver::AskText(const std::string& prompt, const std:
 }
 
 void Driver::Obey(const std::string& input) {
-  CommandLine line(input);
-  const std::string word = line.Word();
+  std::istringstream line(input);
+  const std::string word = ReadWord(line);
   const auto command = kCommands.find(word);
   if (command == kCommands.end()) throw CommandError("unknown command: " + word);
   const auto act = command->second.read(*this, line);
-  line.ExpectEnd();
+  ExpectEnd(line);
   const bool taken = box_ == nullptr || command->second.takenByBoxes;
   if (!taken || !act()) std::cout << "refused\n";
 }

@@ -21,8 +21,7 @@ struct OpenBox {
 std::string PromptOf(const MessageBox& box);
 std::string PromptOf(const InputBox& box);
 std::string PromptOf(const FileRequest& request);
-/// The answer that presses the button.
-std::string Pressing(BoxButton button);
+std::string NameOf(BoxButton button);
 
 /// Reads commands from standard input, carries them out with a pair of hands and prints the
 /// answers. What waits for a person reads further commands until it is answered.

@@ -1,49 +1,30 @@
 #include "driver/driver_text.h"
 
-#include <charconv>
-
 namespace quillmark {
-
-namespace {
-
-constexpr std::string_view kBlanks = " \t\r";
-
-}  // namespace
 
 std::string Quoted(std::string_view bytes) { return JsonLine(TextOfBytes(bytes)); }
 
-void CommandLine::SkipBlanks() {
-  rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size()));
-}
-
-std::string CommandLine::Word() {
-  if (AtEnd()) throw CommandError("the line is too short");
-  std::string word(rest_.substr(0, rest_.find_first_of(kBlanks)));
-  rest_.remove_prefix(word.size());
-  SkipBlanks();
+std::string ReadWord(std::istream& line) {
+  std::string word;
+  if (!(line >> word)) throw CommandError("the line is too short");
   return word;
 }
 
-int CommandLine::Number() {
-  const std::string word = Word();
+int ReadNumber(std::istream& line) {
   int number = 0;
-  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-  if (error != std::errc() || end != word.data() + word.size()) {
-    throw CommandError("no number: " + word);
-  }
+  if (!(line >> number)) throw CommandError("no number");
   return number;
 }
 
-std::string CommandLine::Text() {
-  const auto value = nlohmann::json::parse(rest_, nullptr, false);
-  if (!value.is_string()) throw CommandError("no text in quotes: " + std::string(rest_));
-  rest_ = {};
+std::string ReadText(std::istream& line) {
+  const auto value = nlohmann::json::parse(line, nullptr, false);
+  if (!value.is_string()) throw CommandError("no text in quotes");
   return value.get<std::string>();
 }
 
-std::string CommandLine::Bytes() {
+std::string ReadBytes(std::istream& line) {
   constexpr unsigned kTwoBytes = 0xC0;  // begins a character of two bytes, with its highest bits
-  const std::string text = Text();
+  const std::string text = ReadText(line);
   std::string bytes;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const unsigned lead = static_cast<unsigned char>(text[i]);
@@ -53,8 +34,8 @@ std::string CommandLine::Bytes() {
   return bytes;
 }
 
-void CommandLine::ExpectEnd() const {
-  if (!AtEnd()) throw CommandError("too much in the line: " + std::string(rest_));
+void ExpectEnd(std::istream& line) {
+  if (!(line >> std::ws).eof()) throw CommandError("too much in the line");
 }
 
 }  // namespace quillmark

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <istream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -16,26 +17,15 @@ struct CommandError : std::runtime_error {
 /// `bytes` as a JSON string in its quotes.
 std::string Quoted(std::string_view bytes);
 
-/// The words of one line of input, taken one after the other. What is missing or of another kind
-/// throws `CommandError`.
-class CommandLine {
- public:
-  explicit CommandLine(std::string_view line) : rest_(line) { SkipBlanks(); }
+// Each takes the next part of a line of input. What is missing or of another kind throws
+// `CommandError`.
 
-  bool AtEnd() const { return rest_.empty(); }
-  bool AtQuote() const { return rest_.starts_with('"'); }
-  std::string Word();
-  int Number();
-  /// The JSON string that the rest of the line is, as UTF-8; `Bytes` as what its characters stand
-  /// for.
-  std::string Text();
-  std::string Bytes();
-  void ExpectEnd() const;
-
- private:
-  void SkipBlanks();
-
-  std::string_view rest_;
-};
+std::string ReadWord(std::istream& line);
+int ReadNumber(std::istream& line);
+/// The JSON string that the rest of the line is, as UTF-8, or as the bytes that its characters
+/// stand for.
+std::string ReadText(std::istream& line);
+std::string ReadBytes(std::istream& line);
+void ExpectEnd(std::istream& line);
 
 }  // namespace quillmark

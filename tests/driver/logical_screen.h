@@ -14,7 +14,7 @@ class LogicalScreen : public SilentScreen {
     std::optional<BoxButton> pressed;
     const auto take = [&](const std::string& answer, const std::string& /*text*/) {
       for (const BoxButton button : box.buttons) {
-        if (answer == Pressing(button)) pressed = button;
+        if (answer == "press " + NameOf(button)) pressed = button;
       }
       return pressed.has_value();
     };

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <array>
 #include <map>
 
 #include "ui/ansi_text.h"
@@ -16,34 +17,25 @@ namespace {
 void Press(QAbstractButton& button) { SendClick(button, button.rect().center()); }
 
 BoxIcon IconOf(const QMessageBox& box) {
-  static const std::map<QMessageBox::Icon, BoxIcon> icons = {
-      {QMessageBox::NoIcon, BoxIcon::None},
-      {QMessageBox::Critical, BoxIcon::Critical},
-      {QMessageBox::Question, BoxIcon::Question},
-      {QMessageBox::Information, BoxIcon::Information},
-      {QMessageBox::Warning, BoxIcon::Warning}};
-  return icons.at(box.icon());
-}
-
-BoxButton MeaningOf(const QAbstractButton& button) {
-  static const std::map<QString, BoxButton> captions = {
-      {"OK", BoxButton::OK},         {"Yes", BoxButton::Yes}, {"No", BoxButton::No},
-      {"Cancel", BoxButton::Cancel}, {"End", BoxButton::End}, {"Continue", BoxButton::Continue}};
-  return captions.at(button.text().remove('&'));
+  constexpr std::array icons = {BoxIcon::None, BoxIcon::Information, BoxIcon::Warning,
+                                BoxIcon::Critical, BoxIcon::Question};  // by Qt's numbers
+  return icons.at(static_cast<std::size_t>(box.icon()));
 }
 
 OpenBox Shown(QMessageBox& box) {
-  std::map<BoxButton, QAbstractButton*> buttons;
-  for (QAbstractButton* button : box.buttons()) buttons[MeaningOf(*button)] = button;
+  std::map<std::string, QAbstractButton*> buttons;
+  for (QAbstractButton* button : box.buttons()) {
+    buttons["press " + button->text().remove('&').toStdString()] = button;
+  }
   MessageBox shown = {IconOf(box), {}, ToAnsi(box.windowTitle()), ToAnsi(box.text())};
-  for (const auto& [meaning, button] : buttons) shown.buttons.push_back(meaning);
+  for (const BoxButton button : {BoxButton::OK, BoxButton::Yes, BoxButton::No, BoxButton::Cancel,
+                                 BoxButton::End, BoxButton::Continue}) {
+    if (buttons.contains("press " + NameOf(button))) shown.buttons.push_back(button);
+  }
   return {PromptOf(shown), [buttons](const std::string& answer, const std::string& /*text*/) {
-            for (const auto& [meaning, button] : buttons) {
-              if (answer != Pressing(meaning)) continue;
-              Press(*button);
-              return true;
-            }
-            return false;
+            const auto button = buttons.find(answer);
+            if (button != buttons.end()) Press(*button->second);
+            return button != buttons.end();
           }};
 }
 

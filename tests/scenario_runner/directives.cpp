@@ -1,8 +1,8 @@
 #include "scenario_runner/directives.h"
 
 #include <filesystem>
-#include <functional>
 #include <map>
+#include <sstream>
 
 #include "driver/driver_text.h"
 #include "scenario_runner/expectation.h"
@@ -15,15 +15,11 @@ namespace {
 namespace fs = std::filesystem;
 
 /// The bytes of the hex digits that are left in the line.
-std::string ReadHex(CommandLine& line) {
-  std::string digits;
-  while (!line.AtEnd()) digits += line.Word();
-  return Hex(digits);
-}
+std::string ReadHex(std::istream& line) { return Hex({std::istreambuf_iterator<char>(line), {}}); }
 
-std::size_t ReadOffset(CommandLine& line) { return std::stoul(line.Word(), nullptr, 0); }
+std::size_t ReadOffset(std::istream& line) { return std::stoul(ReadWord(line), nullptr, 0); }
 
-void Patch(const std::string& path, CommandLine& line) {
+void Patch(const std::string& path, std::istream& line) {
   std::string bytes = Bytes(path);
   const std::size_t offset = ReadOffset(line);
   const std::string patch = ReadHex(line);
@@ -31,7 +27,7 @@ void Patch(const std::string& path, CommandLine& line) {
   MakeFile(path, bytes.replace(offset, patch.size(), patch));
 }
 
-void CheckBytes(const std::string& path, CommandLine& line) {
+void CheckBytes(const std::string& path, std::istream& line) {
   const std::string bytes = Bytes(path);
   const std::size_t offset = ReadOffset(line);
   const std::string wanted = ReadHex(line);
@@ -45,7 +41,7 @@ void CheckBytes(const std::string& path, CommandLine& line) {
   throw Failure(got);
 }
 
-void CheckSize(const std::string& path, CommandLine& line) {
+void CheckSize(const std::string& path, std::istream& line) {
   const std::size_t size = Bytes(path).size();
   if (size != ReadOffset(line)) throw Failure("the file has " + std::to_string(size) + " bytes");
 }
@@ -68,33 +64,33 @@ void SetWritable(const std::string& path, bool writable) {
 using Path = const std::string&;
 
 /// Each takes the path behind its name, and reads the rest of the line.
-const std::map<std::string, void (*)(Path, CommandLine&), std::less<>> kDirectives = {
-    {"write", [](Path path, CommandLine& line) { MakeFile(path, ReadHex(line)); }},
-    {"text", [](Path path, CommandLine& line) { MakeFile(path, line.Bytes()); }},
+const std::map<std::string, void (*)(Path, std::istream&), std::less<>> kDirectives = {
+    {"write", [](Path path, std::istream& line) { MakeFile(path, ReadHex(line)); }},
+    {"text", [](Path path, std::istream& line) { MakeFile(path, ReadBytes(line)); }},
     {"patch", Patch},
-    {"copy", [](Path path, CommandLine& line) { MakeFile(line.Word(), Bytes(path)); }},
-    {"rename", [](Path path, CommandLine& line) { fs::rename(path, line.Word()); }},
-    {"remove", [](Path path, CommandLine&) { fs::remove_all(path); }},
-    {"readonly", [](Path path, CommandLine&) { SetWritable(path, false); }},
-    {"writable", [](Path path, CommandLine&) { SetWritable(path, true); }},
-    {"fold", [](Path path, CommandLine&) { fs::create_directories(path); }},
+    {"copy", [](Path path, std::istream& line) { MakeFile(ReadWord(line), Bytes(path)); }},
+    {"rename", [](Path path, std::istream& line) { fs::rename(path, ReadWord(line)); }},
+    {"remove", [](Path path, std::istream&) { fs::remove_all(path); }},
+    {"readonly", [](Path path, std::istream&) { SetWritable(path, false); }},
+    {"writable", [](Path path, std::istream&) { SetWritable(path, true); }},
+    {"fold", [](Path path, std::istream&) { fs::create_directories(path); }},
     {"bytes", CheckBytes},
     {"size", CheckSize},
-    {"absent", [](Path path, CommandLine&) { CheckExists(path, false); }},
-    {"exists", [](Path path, CommandLine&) { CheckExists(path, true); }},
-    {"same", [](Path path, CommandLine& line) { CheckSame(path, line.Word(), true); }},
-    {"differ", [](Path path, CommandLine& line) { CheckSame(path, line.Word(), false); }},
+    {"absent", [](Path path, std::istream&) { CheckExists(path, false); }},
+    {"exists", [](Path path, std::istream&) { CheckExists(path, true); }},
+    {"same", [](Path path, std::istream& line) { CheckSame(path, ReadWord(line), true); }},
+    {"differ", [](Path path, std::istream& line) { CheckSame(path, ReadWord(line), false); }},
 };
 
 }  // namespace
 
 void RunDirective(const std::string& line) {
-  CommandLine words(line);
-  const std::string name = words.Word();
+  std::istringstream words(line);
+  const std::string name = ReadWord(words);
   const auto known = kDirectives.find(name);
   if (known == kDirectives.end()) throw Failure("unknown directive: " + name);
-  known->second(words.Word(), words);
-  words.ExpectEnd();
+  known->second(ReadWord(words), words);
+  ExpectEnd(words);
 }
 
 }  // namespace quillmark

@@ -5,12 +5,11 @@
 
 namespace quillmark {
 
-std::string Hex(std::string_view digits) {
-  std::string plain(digits);
-  std::erase(plain, ' ');
+std::string Hex(std::string digits) {
+  std::erase(digits, ' ');
   std::string bytes;
-  for (std::size_t i = 0; i < plain.size(); i += 2) {
-    bytes += static_cast<char>(std::stoi(plain.substr(i, 2), nullptr, 16));
+  for (std::size_t i = 0; i < digits.size(); i += 2) {
+    bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
   }
   return bytes;
 }

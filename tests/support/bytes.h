@@ -6,7 +6,7 @@
 namespace quillmark {
 
 /// The bytes that hexadecimal digits stand for; blanks are passed over.
-std::string Hex(std::string_view digits);
+std::string Hex(std::string digits);
 
 /// What a file holds; throws `std::runtime_error` if it can't be read, or made.
 std::string Bytes(const std::string& path);
