@@ -14,11 +14,13 @@ constexpr std::size_t kShownLength = 2000;
   throw Failure("\n  expected: " + expected + "\n  got:      " + got.substr(0, kShownLength));
 }
 
-/// Objects hold at least the members of the expected one; all else is the same.
+/// An expected object names what is looked at: members of an object, or entries of an array by
+/// number. All else is the same.
 bool Covers(const json& value, const json& expected) {
-  if (!expected.is_object() || !value.is_object()) return value == expected;
+  if (!expected.is_object() || !value.is_structured()) return value == expected;
   for (const auto& [key, member] : expected.items()) {
-    if (!value.contains(key) || !Covers(value.at(key), member)) return false;
+    const json::json_pointer place = json::json_pointer() / key;
+    if (!value.contains(place) || !Covers(value.at(place), member)) return false;
   }
   return true;
 }

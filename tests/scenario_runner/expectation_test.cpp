@@ -16,6 +16,7 @@ TEST(Expectation, LetsTheSameAnswerPass) {
       {{"box none OK \"\" \"\""}, {"box none OK \"\" \"\""}},
       {{R"(["a", 1])"}, {R"(["a",1])", "ready"}},
       {{R"({"row": -1, "in": {"y": 2}})", "/in/x 1", "/in {\"x\": 1}"}, {kObject, "ready"}},
+      {{R"({"rows": {"0": "a", "1": {"b": 1}}})"}, {kObject, "ready"}},
       {{"/rows/1/b 1", "/text \"25\"", "ready"}, {kObject, "ready"}},
   };
   for (const auto& [expected, answer] : cases) EXPECT_NO_THROW(CheckAnswer(expected, answer));
@@ -31,6 +32,7 @@ TEST(Expectation, ReportsEveryDifference) {
       {{R"({"row": 1})"}, {kObject, "ready"}},
       {{R"({"column": 1})"}, {kObject, "ready"}},
       {{R"({"rows": ["a"]})"}, {kObject, "ready"}},
+      {{R"({"rows": {"2": "a"}})"}, {kObject, "ready"}},
       {{R"(["a"])"}, {R"(["a","b"])", "ready"}},
       {{"/in/z 1"}, {kObject, "ready"}},
       {{"/in/x 2"}, {kObject, "ready"}},

@@ -62,24 +62,46 @@ void AddLines(const std::string& text, const std::string& place, std::vector<Lin
   lines.push_back({place, text});
 }
 
+/// `text` with what stands for its places, "%1" for the first.
+std::string Filled(std::string text, const std::vector<std::string>& values) {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const std::string name = "%" + std::to_string(i + 1);
+    for (std::size_t at = 0; (at = text.find(name)) != std::string::npos;) {
+      text.replace(at, name.size(), values[i]);
+    }
+  }
+  return text;
+}
+
+std::vector<std::string> Words(const std::string& text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
 /// The scenario's lines without comments, blank lines, short forms and the indirection of
-/// `@ include` and `@ repeat`.
-std::vector<Line> ReadScenario(const fs::path& path) {
+/// `@ include`, `@ each` and `@ repeat`.
+std::vector<Line> ReadScenario(const fs::path& path, const std::vector<std::string>& values = {}) {
   std::ifstream file(path);
   if (!file) throw Failure("cannot read " + path.string());
-  static const std::regex include("@ include (.*)");
-  static const std::regex repeat("@ repeat ([0-9]+) (.*)");
+  static const std::regex include("@ include (\\S+)(.*)");
+  static const std::regex each("@ each (.*) (> .*)");
+  static const std::regex repeat("@ repeat ([0-9]+) (> .*)");
   std::vector<Line> lines;
   std::smatch part;
   int number = 0;
   for (std::string text; std::getline(file, text);) {
     const std::string place = path.filename().string() + ":" + std::to_string(++number);
     if (text.empty() || text.starts_with('#')) continue;
+    text = Filled(text, values);
     if (text.starts_with("  ") && !lines.empty()) {
       lines.back().text += text.substr(1);
     } else if (std::regex_match(text, part, include)) {
-      const std::vector<Line> included = ReadScenario(path.parent_path() / part[1].str());
-      lines.insert(lines.end(), included.begin(), included.end());
+      for (const Line& line : ReadScenario(path.parent_path() / part[1].str(), Words(part[2]))) {
+        lines.push_back(line);
+      }
+    } else if (std::regex_match(text, part, each)) {
+      for (const std::string& word : Words(part[1]))
+        lines.push_back({place, Filled(part[2], {word})});
     } else if (std::regex_match(text, part, repeat)) {
       lines.insert(lines.end(), std::stoul(part[1]), {place, part[2]});
     } else {
