@@ -59,6 +59,9 @@ void Desktop::ShowFault(std::string_view operation, FaultKind kind, std::string_
   box.buttons = {BoxButton::End};
   if (!startingUp_) box.buttons.push_back(BoxButton::Continue);
   if (Ask(box) == BoxButton::End) throw ProcessEnd{};
+  // An act that was broken off must not keep the file numbers that the next one needs, least of all
+  // a save of what is still unsaved.
+  Files.AbandonFiles();
 }
 
 void Desktop::End() {

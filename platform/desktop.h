@@ -27,8 +27,9 @@ class Desktop {
   Screen& TheScreen() const;
 
   /// Runs one act: a fault that comes out of `act` is shown as the platform's message, named after
-  /// `operation`; then the screen is brought up to date. "End" and `ProcessEnd` end the process:
-  /// `Ended` is true from then on, and nothing runs any more.
+  /// `operation`, and the files that it left open are closed; then the screen is brought up to
+  /// date. "End" and `ProcessEnd` end the process: `Ended` is true from then on, and nothing runs
+  /// any more.
   void RunAct(std::string_view operation, const std::function<void()>& act);
   /// Until this is called a fault can only end the process.
   void StartUpIsOver() { startingUp_ = false; }

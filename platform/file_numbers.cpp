@@ -127,13 +127,22 @@ void FileNumbers::CloseFiles() {
   }
 }
 
-void FileNumbers::CloseAll() noexcept {
+void FileNumbers::AbandonFiles() noexcept {
   for (int number = 1; number <= 10; ++number) {
-    try {
-      Close(number);
-    } catch (const Fault&) {
-      continue;
-    }
+    if (number != kLogNumber) Abandon(number);
+  }
+}
+
+void FileNumbers::CloseAll() noexcept {
+  AbandonFiles();
+  Abandon(kLogNumber);
+}
+
+void FileNumbers::Abandon(int number) noexcept {
+  try {
+    Close(number);
+  } catch (const Fault&) {
+    return;
   }
 }
 
@@ -269,6 +278,8 @@ std::string FileNumbers::ReadField(int number) {
   const std::string& text = file.bytes;
   std::size_t& at = file.position;
   if (at >= text.size()) FileFault(file.path, "has no further field");
+  const std::size_t filled = std::min(text.find_first_not_of(' ', at), text.size());
+  if (text.compare(filled, 1, "\"") == 0) at = filled;
 
   std::string field;
   if (at < text.size() && text[at] == '"') {

@@ -38,7 +38,9 @@ class FileNumbers {
   void Close(int number);
   /// Closes the numbers 1 to 5 and 7 to 10. Number 6 belongs to the log.
   void CloseFiles();
-  /// Closes all ten, at the end of the process; what can't be written any more is given up.
+  /// The same for an act that was broken off: what can't be written any more is given up.
+  void AbandonFiles() noexcept;
+  /// Abandons all ten, at the end of the process.
   void CloseAll() noexcept;
 
   Byte ReadByte(int number);
@@ -63,7 +65,7 @@ class FileNumbers {
   void Flush(int number);
 
   /// The next delimited field of a text file: up to a comma or a line end, or what stands between
-  /// double quotes. Throws the file fault at the end of the file.
+  /// double quotes, which may have blanks in front. Throws the file fault at the end of the file.
   std::string ReadField(int number);
 
   /// `text` and the system's line end.
@@ -96,6 +98,7 @@ class FileNumbers {
   template <class Number>
   void WriteNumber(int number, Number value);
   static void WriteOut(OpenFile& file);
+  void Abandon(int number) noexcept;
 
   FixedArray<OpenFile, 11> slots_;
 };

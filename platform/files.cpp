@@ -33,11 +33,15 @@ Place& TheProgram() {
 
 std::string QuotedPath(std::string_view path) { return "'" + std::string(path) + "'"; }
 
-/// Where `path` stands on disk; the fault if nothing is there or a file number holds it.
+/// Where `path` stands on disk; the fault if nothing is there, if it is write-protected, which some
+/// systems would pass over, or if a file number holds it.
 fs::path DeletablePath(std::string_view path) {
   fs::path place = SystemPath(path);
   if (!SizeOfFile(place)) {
     throw Fault(FaultKind::File, "there is no file " + QuotedPath(path));
+  }
+  if (IsWriteProtected(place)) {
+    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is write-protected");
   }
   if (Files.IsPathOpen(std::string(path))) {
     throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is open and can't be deleted");

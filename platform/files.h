@@ -35,7 +35,7 @@ std::vector<std::string> FindFiles(std::string_view folder,
 std::int64_t FileLength(std::string_view path);
 
 /// Deletes the file at `path`, found as `FindFile` does. Throws the file fault if there is none, if
-/// it is open under any file number, or if the system refuses.
+/// it is write-protected or open under any file number, or if the system refuses.
 void DeleteFile(std::string_view path);
 
 /// Puts the file where the user can get it back from, if a trash was named, and otherwise deletes

@@ -63,6 +63,12 @@ bool IsSameFile(const fs::path& one, const fs::path& other) {
   return fs::equivalent(one, other, error) && !error;
 }
 
+bool IsWriteProtected(const fs::path& path) {
+  std::error_code error;
+  const fs::perms modes = fs::status(path, error).permissions();
+  return !error && (modes & fs::perms::owner_write) == fs::perms::none;
+}
+
 std::error_code RemoveFile(const fs::path& path) {
   std::error_code error;
   fs::remove(path, error);

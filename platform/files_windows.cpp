@@ -95,6 +95,11 @@ bool IsSameFile(const fs::path& one, const fs::path& other) {
   return identity && identity == IdentityOf(other);
 }
 
+bool IsWriteProtected(const fs::path& path) {
+  const auto data = AttributesOf(path);
+  return data && (data->dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 std::error_code RemoveFile(const fs::path& path) {
   if (DeleteFileW(path.c_str()) != 0) return {};
   return {static_cast<int>(GetLastError()), std::system_category()};

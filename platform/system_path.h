@@ -35,6 +35,9 @@ std::optional<std::uint64_t> SizeOfFile(const std::filesystem::path& path);
 /// Whether both paths lead to one file that is there.
 bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& other);
 
+/// Whether the file at `path` is there and marked as one that is not to be changed.
+bool IsWriteProtected(const std::filesystem::path& path);
+
 /// Deletes the file; the error if the system refuses.
 std::error_code RemoveFile(const std::filesystem::path& path);
 

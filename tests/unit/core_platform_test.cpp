@@ -113,7 +113,7 @@ TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
 }
 
 TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
-  MakeFile(Path("a"), " x,\"y,z\" ,\r\nlast");
+  MakeFile(Path("a"), " x, \"y,z\" ,\r\nlast");
   Files.OpenInput(5, Path("a"));
   for (const char* field : {" x", "y,z", "", "last"}) EXPECT_EQ(Files.ReadField(5), field);
   EXPECT_TRUE(Files.EndOfFile(5));
