@@ -1,4 +1,5 @@
-// What a person, or a screen reader for them, finds on the windows of the forms.
+// What a person, or a screen reader for them, finds on the windows in each interface language: all
+// controls of a form have names that tell them apart, and all texts have room.
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,8 @@
 #include <QTemporaryDir>
 #include <QTreeView>
 #include <filesystem>
-#include <map>
+#include <iostream>
+#include <set>
 
 #include "frame/interface_table.h"
 #include "frame/startup.h"
@@ -22,53 +24,9 @@
 namespace quillmark {
 namespace {
 
+namespace fs = std::filesystem;
+
 const char* programFiles = nullptr;
-
-class Windows : public testing::Test {
- protected:
-  ~Windows() override {
-    TheDesktop().Reset();
-    Files.CloseAll();
-    InterfaceTable = {};
-  }
-
-  /// Starts the program with the interface texts of `language` and ends its splash form.
-  void Start(const std::string& language) {
-    std::filesystem::copy(programFiles, folder_.path().toStdString(),
-                          std::filesystem::copy_options::recursive);
-    const std::string files = folder_.path().toStdString() + "/";
-    std::filesystem::rename(files + language + ".BIN", files + "language.bin");
-    SetProgramFolder(folder_.path().toStdString());
-    TheDesktop().Attach(screen_);
-    StartProcess();
-    ASSERT_NE(TheDesktop().RunningTimer(), nullptr);
-    TheDesktop().RunningTimer()->Elapse();
-  }
-
-  QTemporaryDir folder_;
-  QtScreen screen_;
-};
-
-TEST_F(Windows, TellTheirControlsApartByName) {
-  Start("ENGLISH");
-  for (Form* form : TheDesktop().Forms()) {
-    if (!form->StartState().framed) continue;  // the splash form, which is over
-    SCOPED_TRACE(form->Name());
-    form->Load();
-    screen_.Refresh();
-    std::map<std::pair<ControlKind, QString>, std::string> seen;
-    for (const Control* control : form->Controls()) {
-      const QWidget* widget = screen_.WidgetOf(*control);
-      if (widget == nullptr || !control->TakesFocus() || !control->Visible()) continue;
-      const QString name = widget->accessibleName();
-      EXPECT_FALSE(name.isEmpty()) << control->FullName();
-      const auto [other, fresh] =
-          seen.emplace(std::pair(control->Kind(), name), control->FullName());
-      EXPECT_TRUE(fresh) << control->FullName() << " and " << other->second << " are both called "
-                         << name.toStdString();
-    }
-  }
-}
 
 /// How many pixels the widest text of the widget lacks.
 int MissingWidth(const QWidget& widget) {
@@ -89,23 +47,40 @@ int MissingWidth(const QWidget& widget) {
   return showsText ? widget.sizeHint().width() - widget.width() : 0;
 }
 
-class WindowsOfEachLanguage : public Windows, public testing::WithParamInterface<const char*> {};
+class Windows : public testing::TestWithParam<const char*> {};
 
-TEST_P(WindowsOfEachLanguage, HaveRoomForTheirTexts) {
-  Start(GetParam());
+TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
+  const QTemporaryDir folder;
+  const fs::path files = folder.path().toStdString();
+  fs::copy(programFiles, files, fs::copy_options::recursive);
+  fs::rename(files / (std::string(GetParam()) + ".BIN"), files / "language.bin");
+  SetProgramFolder(files.string());
+  QtScreen screen;
+  TheDesktop().Attach(screen);
+  StartProcess();
+  ASSERT_NE(TheDesktop().RunningTimer(), nullptr);
+  TheDesktop().RunningTimer()->Elapse();
   for (Form* form : TheDesktop().Forms()) {
-    if (!form->StartState().framed) continue;
+    if (!form->StartState().framed) continue;  // the splash form, which is over
     form->Load();
-    screen_.FormShown(*form);  // alone: some forms need a script when they are shown
+    screen.FormShown(*form);  // alone: some forms need a script when they are shown
+    std::set<std::pair<ControlKind, QString>> names;
     for (const Control* control : form->Controls()) {
-      const QWidget* widget = screen_.WidgetOf(*control);
-      if (widget == nullptr || !widget->isVisible()) continue;
-      EXPECT_LE(MissingWidth(*widget), 0) << form->Name() << "." << control->FullName();
+      SCOPED_TRACE(form->Name() + "." + control->FullName());
+      const QWidget* widget = screen.WidgetOf(*control);
+      if (widget == nullptr || !control->Visible()) continue;
+      EXPECT_LE(widget->isVisible() ? MissingWidth(*widget) : 0, 0);
+      if (!control->TakesFocus()) continue;
+      EXPECT_FALSE(widget->accessibleName().isEmpty());
+      EXPECT_TRUE(names.emplace(control->Kind(), widget->accessibleName()).second);
     }
   }
+  TheDesktop().Reset();
+  Files.CloseAll();
+  InterfaceTable = {};
 }
 
-INSTANTIATE_TEST_SUITE_P(, WindowsOfEachLanguage,
+INSTANTIATE_TEST_SUITE_P(, Windows,
                          testing::Values("ENGLISH", "ITALIAN", "GERMAN", "FRENCH", "SPANISH"));
 
 }  // namespace
@@ -113,7 +88,11 @@ INSTANTIATE_TEST_SUITE_P(, WindowsOfEachLanguage,
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  if (argc != 2) {
+    std::cerr << "usage: ui_windows_test PROGRAM_FILES\n";
+    return 64;
+  }
   const QApplication application(argc, argv);
-  quillmark::programFiles = argc > 1 ? argv[1] : ".";
+  quillmark::programFiles = argv[1];
   return RUN_ALL_TESTS();
 }

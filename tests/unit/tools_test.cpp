@@ -1,4 +1,4 @@
-// The listing program: what it prints, refuses and leaves alone.
+// The project's own programs: what they print, refuse and leave alone.
 
 #include <cstdlib>
 #include <filesystem>
@@ -11,21 +11,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class CoreListingTest : public CoreTest {
+class ToolsTest : public CoreTest {
  protected:
-  /// Runs a copy of the program, so that its own folder is the temporary one, and gives its status.
-  int Listing(const std::string& arguments) const {
-    const std::string program = Path("listing.exe");
-    fs::copy_file(QUILLMARK_LISTING, program, fs::copy_options::overwrite_existing);
-    const std::string command =
-        program + " " + arguments + " >" + Path("out") + " 2>" + Path("err");
+  /// Runs a copy of a program, so that its own folder is the temporary one, and gives its status.
+  int Run(const std::string& program, const std::string& arguments) const {
+    const std::string copy = Path("program.exe");
+    fs::copy_file(program, copy, fs::copy_options::overwrite_existing);
+    const std::string command = copy + " " + arguments + " >" + Path("out") + " 2>" + Path("err");
     const int status = std::system(command.c_str());
     return status < 256 ? status : status / 256;
   }
+  int Listing(const std::string& arguments) const { return Run(QUILLMARK_LISTING, arguments); }
   Json Listed() const { return Json::parse(Bytes(Path("out"))); }
 };
 
-TEST_F(CoreListingTest, EndsWithItsStatus) {
+TEST_F(ToolsTest, ListingEndsWithItsStatus) {
   const std::string script = CopySample("tr4");
   const std::string german = Bytes(Path("tr4/GERMAN.DAT"));
   MakeFile(Path("target"), "");
@@ -84,7 +84,7 @@ constexpr const char* kTr4Level =
     "{Kind:2,Id:1,StringId:113,Combo:0,Params:[8,640,0,8192,0,2]}],Tr5ListA:[],Tr5ListACount:0,"
     "Tr5ListB:[],Tr5ListBCount:0,LevelRaw:{Length:11,Bytes:9495a0a0a1ab898a848d91}}";
 
-TEST_F(CoreListingTest, ListsTheSampleAndChangesNoFile) {
+TEST_F(ToolsTest, ListingTellsTheSampleAndChangesNoFile) {
   const std::string script = CopySample("tr4");
   const std::string italian = Bytes(Path("tr4/ITALIAN.DAT"));
   EXPECT_EQ(Listing("list tr4 " + script), 0);
@@ -103,12 +103,12 @@ TEST_F(CoreListingTest, ListsTheSampleAndChangesNoFile) {
   EXPECT_EQ(Bytes(Path("tr4/ITALIAN.DAT")), italian);
 }
 
-TEST_F(CoreListingTest, EscapesWhatIsNoPlainCharacter) {
+TEST_F(ToolsTest, ListingEscapesWhatIsNoPlainCharacter) {
   EXPECT_EQ(JsonLine(TextOfBytes(Hex("00 08 09 0a 0c 0d 1f 22 5c 7e 7f 80 ff"))),
             R"("\u0000\u0008\u0009\u000a\u000c\u000d\u001f\"\\~\u007f\u0080\u00ff")");
 }
 
-TEST_F(CoreListingTest, RefusesToSaveWhatItCouldReadOnlyInPart) {
+TEST_F(ToolsTest, ListingRefusesToSaveWhatItCouldReadOnlyInPart) {
   const std::string script = CopySample("tr5");
   fs::copy(Path("tr5"), Path("target"));
   MakeFile(Path("tr5/FRENCH.DAT"), Word(2050) + Zeros(10));
@@ -117,6 +117,39 @@ TEST_F(CoreListingTest, RefusesToSaveWhatItCouldReadOnlyInPart) {
   EXPECT_EQ(Listing("resave tr5 " + script + " " + Path("target/SCRIPT.DAT")), 1);
   EXPECT_FALSE(fs::exists(Path("scriptdata.tmp")));
 }
+
+#ifdef QUILLMARK_COMPILER
+TEST_F(ToolsTest, CompilerTakesOnlyTablesThatMatchTheEnglishOne) {
+  MakeFile(Path("english"), "# one\n0\tError\tError\n\n2\tYes\tYes\n");
+  const auto compile = [&](std::string_view texts) {
+    MakeFile(Path("texts"), texts);
+    return Run(QUILLMARK_COMPILER,
+               "table " + Path("english") + " " + Path("texts") + " " + Path("table"));
+  };
+  EXPECT_EQ(compile("2\tYes\tS\u00ec\\n\\\\\r\n0\tError\tErrore"), 0);
+  EXPECT_EQ(Bytes(Path("table")), Hex("cd00cdcd") + std::string("Errore\0\0S\xEC\n\\\0", 13));
+  EXPECT_EQ(Run(QUILLMARK_COMPILER, "names " + Path("english") + " " + Path("names")), 0);
+  EXPECT_EQ(Bytes(Path("names")), "Error\nReserved1\nYes\n");
+  for (const auto& [line, error] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"", "the entry 2, Yes, is missing"},
+           {"2\tYeah\tS", "the entry 2 is called Yeah, but Yes in English"},
+           {"2\tYes\tS\n1\tNo\tN", "the entry 1, No, is unknown in English"},
+           {"2\tYes\tS\n2\tYes\tS", "texts:3: the entry 2 stands twice"},
+           {"2\tYes\t\u03a9", "has a character outside the code page"},
+           {"2\tYes\t\\t", "a backslash has to be written as"},
+           {"2\tYes", "NUMBER, NAME and TEXT need two tabs"},
+           {"2\tYes,\tS", "'Yes,' is no name"},
+           {"4097\tYes\tS", "'4097' is no entry number"},
+           {"-1\tYes\tS", "'-1' is no entry number"}}) {
+    fs::remove(Path("table"));
+    EXPECT_EQ(compile("0\tError\tErrore\n" + std::string(line)), 1) << line;
+    EXPECT_NE(Bytes(Path("err")).find(error), std::string::npos) << Bytes(Path("err"));
+    EXPECT_FALSE(fs::exists(Path("table")));
+  }
+  EXPECT_EQ(compile("#"), 1) << "no entries";
+  EXPECT_EQ(Run(QUILLMARK_COMPILER, "table"), 64);
+}
+#endif
 
 }  // namespace
 }  // namespace quillmark
