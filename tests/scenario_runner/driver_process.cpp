@@ -18,26 +18,6 @@ namespace quillmark {
 namespace {
 
 constexpr unsigned kSecondsToLive = 60;
-constexpr int kCannotStart = 127;
-
-[[noreturn]] void BecomeDriver(const std::vector<std::string>& command,
-                               const std::filesystem::path& folder,
-                               const std::filesystem::path& errors) {
-  std::vector<char*> arguments(command.size() + 1, nullptr);
-  std::transform(command.begin(), command.end(), arguments.begin(),
-                 [](const std::string& word) { return const_cast<char*>(word.c_str()); });
-  dup2(open(errors.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644), STDERR_FILENO);
-  // Without it a read-only file would be none for root.
-  prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
-  alarm(kSecondsToLive);
-  if (chdir(folder.c_str()) == 0) {
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    setenv("HOME", folder.c_str(), 1);
-    setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
-    execv(arguments.front(), arguments.data());
-  }
-  _exit(kCannotStart);
-}
 
 bool IsPrompt(const std::string& line) {
   return line == "ready" || line == "ended" || line.starts_with("box ") ||
@@ -46,9 +26,10 @@ bool IsPrompt(const std::string& line) {
 
 }  // namespace
 
-DriverProcess::DriverProcess(const std::vector<std::string>& command,
-                             const std::filesystem::path& folder,
-                             const std::filesystem::path& errors) {
+DriverProcess::DriverProcess(const std::vector<std::string>& command, const std::string& errors) {
+  std::vector<char*> arguments(command.size() + 1, nullptr);
+  std::transform(command.begin(), command.end(), arguments.begin(),
+                 [](const std::string& word) { return const_cast<char*>(word.c_str()); });
   std::array<int, 2> toDriver{};
   std::array<int, 2> fromDriver{};
   if (pipe2(toDriver.data(), O_CLOEXEC) != 0 || pipe2(fromDriver.data(), O_CLOEXEC) != 0) {
@@ -59,7 +40,11 @@ DriverProcess::DriverProcess(const std::vector<std::string>& command,
   if (process_ == 0) {
     dup2(toDriver[0], STDIN_FILENO);
     dup2(fromDriver[1], STDOUT_FILENO);
-    BecomeDriver(command, folder, errors);
+    dup2(open(errors.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644), STDERR_FILENO);
+    prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);  // else a read-only file would be none for root
+    alarm(kSecondsToLive);
+    execv(arguments.front(), arguments.data());
+    _exit(EXIT_FAILURE);
   }
   std::signal(SIGPIPE, SIG_IGN);  // a driver that is gone is noticed by what it does not answer
   close(toDriver[0]);

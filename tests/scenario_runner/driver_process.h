@@ -3,7 +3,6 @@
 #include <sys/types.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,10 +13,9 @@ namespace quillmark {
 /// status throw `Failure`.
 class DriverProcess {
  public:
-  /// Starts `command` in `folder`, without root's right to pass over the modes of files and with a
-  /// limit to its time; what it says on standard error goes to `errors`.
-  DriverProcess(const std::vector<std::string>& command, const std::filesystem::path& folder,
-                const std::filesystem::path& errors);
+  /// Starts `command` without root's right to pass over the modes of files, and with a limit to its
+  /// time; what it says on standard error goes to the file `errors`.
+  DriverProcess(const std::vector<std::string>& command, const std::string& errors);
   ~DriverProcess();
   DriverProcess(const DriverProcess&) = delete;
   DriverProcess& operator=(const DriverProcess&) = delete;

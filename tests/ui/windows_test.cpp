@@ -14,6 +14,7 @@
 #include <iostream>
 #include <set>
 
+#include "editor/editor_form.h"
 #include "frame/interface_table.h"
 #include "frame/startup.h"
 #include "platform/desktop.h"
@@ -60,6 +61,11 @@ TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
   StartProcess();
   ASSERT_NE(TheDesktop().RunningTimer(), nullptr);
   TheDesktop().RunningTimer()->Elapse();
+  const Place& place = frmEditor.Position();
+  const int left = (screen.Size().first - place.width) / 2;
+  EXPECT_TRUE(frmEditor.DragTo(500, 400));
+  EXPECT_EQ(place.left, left) << "the main form keeps its size, and so the middle of the screen";
+  EXPECT_EQ(place.left, (screen.Size().first - place.width) / 2);
   for (Form* form : TheDesktop().Forms()) {
     if (!form->StartState().framed) continue;  // the splash form, which is over
     form->Load();
