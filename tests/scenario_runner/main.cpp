@@ -44,7 +44,7 @@ struct Step {
 /// be seen by it, and boxes with what closes them.
 const std::vector<std::pair<std::regex, std::string>> kShortForms = {
     {std::regex(R"((> .*) => (.*))"), "$1\n$2"},
-    {std::regex(R"((model|state|form \w+) ([/{].*))"), "> $1\n$2"},
+    {std::regex(R"((model|state|forms|form \w+) ([/{[].*))"), "> $1\n$2"},
     {std::regex(R"((\w+\.\S+) ([/{].*))"), "> get $1\n$2"},
     {std::regex(R"(error (".*"))"), "box critical OK \"$${0}\" $1\n> press OK"},
     {std::regex(R"xx(fault "(.*)" "(.*)")xx"),
