@@ -90,9 +90,12 @@ void ApplyListSize(QAbstractItemView& view) {
 
 void ApplyFixedPitch(QWidget& widget) {
   if (!widget.property("fixedPitch").toBool()) return;
+  const int height = widget.sizeHint().height();
   QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   font.setPointSizeF(widget.font().pointSizeF());
   widget.setFont(font);
+  // Boxes of one row are of one height.
+  if (qobject_cast<QLineEdit*>(&widget) != nullptr) widget.setFixedHeight(height);
 }
 
 void ApplyPicture(QLabel& label) {
