@@ -117,10 +117,10 @@ QSize FormWindow::AtLeastNeeded(QSize size) const {
   });
   content_->layout()->activate();
   QSize needed = content_->minimumSizeHint();
-  // Where points are no whole numbers of pixels, a window may lose one of them by rounding.
-  if (devicePixelRatioF() != std::floor(devicePixelRatioF())) needed += QSize(1, 1);
   QSize available = screen()->availableSize();
   if (form_.StartState().framed) {
+    // Where points are no whole numbers of pixels, a window may lose one of them by rounding.
+    if (devicePixelRatioF() != std::floor(devicePixelRatioF())) needed += QSize(1, 1);
     available -= QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight) + kFrameHeight);
   }
   const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
