@@ -115,8 +115,7 @@ void WriteStream(int level, const StreamFormat& format, std::string& stream) {
 }
 
 void BuildLevel(int level, const StreamFormat& format) {
-  LogWrite("Building " + std::string(format.Game()) + " script data for level #" +
-           std::to_string(level));
+  LogWrite("Building ", format.Game(), " script data for level #", level);
   StreamFile file;
   WriteStream(level, format, file.Written());
   file.Close();

@@ -1,5 +1,3 @@
-#include <string>
-
 #include "core/level_stream.h"
 #include "core/object_groups.h"
 #include "core/opcode_table.h"
@@ -77,8 +75,7 @@ void ReadContent(LevelRecord& level, const Closing& closing, int) {
 }
 
 void ParseLevel(const Int16& level, const Int16& length, const StreamFormat& format) {
-  LogWrite("Parsing " + std::string(format.Game()) + " script data for level #" +
-           std::to_string(level.value()));
+  LogWrite("Parsing ", format.Game(), " script data for level #", level.value());
   LevelRecord& record = TRScript.Levels[level];
   const Int16 lastElement = length - 1;
   for (int i = 0; i <= lastElement; ++i) {

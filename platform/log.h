@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string_view>
-
 namespace quillmark {
 
 /// Opens `log.txt` in the program's folder under file number 6, emptied, and prints the one line of
@@ -9,8 +7,10 @@ namespace quillmark {
 /// fault if it can't be written. The file stays open until the process ends.
 void LogOpen();
 
-/// Called before each step of the program with that step's name. Kept as it is: the text goes
-/// nowhere, so that a build can trace the steps by giving this routine a body.
-inline void LogWrite(std::string_view /*text*/) {}
+/// Called before each step of the program with that step's name, in parts that follow one another.
+/// Kept as it is: the text goes nowhere, so that a build can trace the steps by giving this routine
+/// a body.
+template <class... Parts>
+void LogWrite(const Parts&... /*texts and numbers*/) {}
 
 }  // namespace quillmark
