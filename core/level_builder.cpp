@@ -13,7 +13,7 @@ namespace {
 
 template <class Type, std::size_t Count>
 void AppendNumber(std::string& stream, const FixedArray<Type, Count>& values) {
-  for (const Type& value : values) quillmark::AppendNumber(stream, value);
+  AppendNumbers(stream, values.First(Count));
 }
 
 template <class Type>

@@ -15,7 +15,7 @@ void Read(Int32& value) { value = Files.ReadInt32(kScriptFile); }
 
 template <class Type, std::size_t Count>
 void Read(FixedArray<Type, Count>& values) {
-  for (Type& value : values) Read(value);
+  Files.ReadNumbers(kScriptFile, values.First(Count));
 }
 
 void ReadOperands(LevelRecord& level, const std::vector<Operand>& operands) {

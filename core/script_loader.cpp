@@ -33,7 +33,7 @@ Int16 EntryLength(const FixedArray<Int16, kTablePlaces>& offsets, int i, int cou
 }
 
 void ReadOffsets(FixedArray<Int16, kTablePlaces>& offsets, int count) {
-  for (int i = 0; i < count; ++i) offsets[i] = Files.ReadInt16(kScriptFile);
+  Files.ReadNumbers(kScriptFile, offsets.First(count));
 }
 
 void ReadFileNames(const LoadCallbacks& callbacks) {

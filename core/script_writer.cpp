@@ -4,6 +4,7 @@
 #include "core/script_head.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
+#include "platform/little_endian.h"
 #include "platform/log.h"
 #include "platform/system_path.h"
 
@@ -53,12 +54,13 @@ void WriteLevelOffsets() {
 }
 
 void WriteLevels() {
+  std::string streams;
   for (int i = 0; i < TRScript.NumLevels; ++i) {
     const LevelRawEntry& raw = TRScript.LevelRaw[i];
-    const auto stream = raw.Bytes.First(raw.Length);
-    Files.WriteText(kScriptFile, std::string(stream.begin(), stream.end()));
+    AppendNumbers(streams, raw.Bytes.First(raw.Length));
     TRScript.ScriptDataSize += raw.Length;
   }
+  Files.WriteText(kScriptFile, streams);
 }
 
 void WriteLanguageNames() {

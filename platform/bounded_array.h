@@ -34,6 +34,15 @@ constexpr std::size_t CheckedPosition(I index, std::size_t size) {
   }
 }
 
+/// The entries of an array with the bounds 0 to `highest`; throws the subscript fault for a
+/// negative one.
+template <Index I>
+constexpr std::size_t PlacesUpTo(I highest) {
+  const auto last = static_cast<std::int64_t>(highest);
+  if (last < 0) ThrowSubscript(last, -1);
+  return static_cast<std::size_t>(last) + 1;
+}
+
 /// An array of fixed bounds 0 to N - 1. Any index outside throws the subscript fault.
 template <class T, std::size_t N>
 class FixedArray {
@@ -48,6 +57,10 @@ class FixedArray {
   }
 
   /// The entries below `count`; throws the subscript fault if there are less.
+  template <Index I>
+  constexpr std::span<T> First(I count) {
+    return std::span<T>(items_).first(CheckedPosition(count, N + 1));
+  }
   template <Index I>
   constexpr std::span<const T> First(I count) const {
     return std::span<const T>(items_).first(CheckedPosition(count, N + 1));
@@ -72,14 +85,14 @@ class DynamicArray {
   /// negative one.
   template <Index I>
   void Redim(I highest) {
-    const std::size_t places = Places(highest);
+    const std::size_t places = PlacesUpTo(highest);
     items_.clear();
     items_.resize(places);
   }
   /// Sets the bounds to 0 to `highest` and keeps what lies inside of them.
   template <Index I>
   void RedimPreserve(I highest) {
-    items_.resize(Places(highest));
+    items_.resize(PlacesUpTo(highest));
   }
 
   template <Index I>
@@ -91,6 +104,16 @@ class DynamicArray {
     return items_[CheckedPosition(index, items_.size())];
   }
 
+  /// The entries below `count`; throws the subscript fault if there are less.
+  template <Index I>
+  std::span<T> First(I count) {
+    return std::span<T>(items_).first(CheckedPosition(count, items_.size() + 1));
+  }
+  template <Index I>
+  std::span<const T> First(I count) const {
+    return std::span<const T>(items_).first(CheckedPosition(count, items_.size() + 1));
+  }
+
   std::size_t size() const { return items_.size(); }
   auto begin() { return items_.begin(); }
   auto end() { return items_.end(); }
@@ -98,13 +121,6 @@ class DynamicArray {
   auto end() const { return items_.end(); }
 
  private:
-  template <Index I>
-  static std::size_t Places(I highest) {
-    const auto last = static_cast<std::int64_t>(highest);
-    if (last < 0) ThrowSubscript(last, -1);
-    return static_cast<std::size_t>(last) + 1;
-  }
-
   std::vector<T> items_;
 };
 

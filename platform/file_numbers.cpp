@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "platform/fault.h"
-#include "platform/little_endian.h"
 #include "platform/system_path.h"
 
 namespace quillmark {
@@ -32,15 +31,13 @@ bool OpenOnDisk(std::filebuf& disk, const fs::path& place, std::ios::openmode mo
 
 FileNumbers Files;
 
-FileNumbers::OpenFile& FileNumbers::Slot(int number) {
-  if (number < 1 || number > 10) {
-    throw Fault(FaultKind::File, "there is no file number " + std::to_string(number));
-  }
-  return slots_[number];
+void FileNumbers::ThrowNoSuchNumber(int number) {
+  throw Fault(FaultKind::File, "there is no file number " + std::to_string(number));
 }
 
-const FileNumbers::OpenFile& FileNumbers::Slot(int number) const {
-  return const_cast<FileNumbers*>(this)->Slot(number);
+void FileNumbers::ThrowWrongMode(int number) {
+  throw Fault(FaultKind::File,
+              "file number " + std::to_string(number) + " is not open for this operation");
 }
 
 FileNumbers::OpenFile& FileNumbers::Free(int number, const std::string& path) {
@@ -52,19 +49,6 @@ FileNumbers::OpenFile& FileNumbers::Free(int number, const std::string& path) {
   file = OpenFile{};
   file.path = path;
   return file;
-}
-
-FileNumbers::OpenFile& FileNumbers::Opened(int number, Mode mode) {
-  OpenFile& file = Slot(number);
-  if (file.mode != mode) {
-    throw Fault(FaultKind::File,
-                "file number " + std::to_string(number) + " is not open for this operation");
-  }
-  return file;
-}
-
-const FileNumbers::OpenFile& FileNumbers::Opened(int number, Mode mode) const {
-  return const_cast<FileNumbers*>(this)->Opened(number, mode);
 }
 
 void FileNumbers::OpenBinary(int number, const std::string& path) {
@@ -162,54 +146,17 @@ void FileNumbers::TakeIn(OpenFile& file) {
   file.whole = true;
 }
 
-FileNumbers::OpenFile& FileNumbers::Readable(int number) {
-  OpenFile& file = Opened(number, Mode::Binary);
-  if (!file.whole) TakeIn(file);
-  return file;
-}
-
-std::uint8_t FileNumbers::NextByte(OpenFile& file) {
-  if (file.position >= file.bytes.size()) {
-    file.metEnd = true;
-    ++file.position;
-    return 0;
-  }
-  return static_cast<std::uint8_t>(file.bytes[file.position++]);
-}
-
-Byte FileNumbers::ReadByte(int number) { return NextByte(Readable(number)); }
-
-Int16 FileNumbers::ReadInt16(int number) {
-  OpenFile& file = Readable(number);
-  if (file.position + 1 < file.bytes.size()) {
-    file.position += 2;
-    return Int16At(file.bytes, file.position - 2);
-  }
-  const unsigned low = NextByte(file);
-  const unsigned high = NextByte(file);
-  return static_cast<std::int16_t>(static_cast<std::uint16_t>(low | high << 8U));
-}
-
-Int32 FileNumbers::ReadInt32(int number) {
-  OpenFile& file = Readable(number);
-  std::uint32_t bits = 0;
-  for (unsigned shift = 0; shift < 32; shift += 8) {
-    bits |= static_cast<std::uint32_t>(NextByte(file)) << shift;
-  }
-  return static_cast<std::int32_t>(bits);
-}
-
 std::string FileNumbers::ReadText(int number, std::int64_t count) {
   OpenFile& file = Readable(number);
   if (count <= 0) return {};
   const auto wanted = static_cast<std::size_t>(count);
   const std::size_t left =
       file.position < file.bytes.size() ? file.bytes.size() - file.position : 0;
-  std::string text =
-      file.bytes.substr(std::min(file.position, file.bytes.size()), std::min(wanted, left));
   if (wanted > left) file.metEnd = true;
+  std::string text;
+  text.reserve(wanted);
+  text.append(file.bytes, file.bytes.size() - left, std::min(wanted, left)).resize(wanted, '\0');
   file.position += wanted;
-  text.resize(wanted, '\0');
   return text;
 }
 
@@ -237,7 +184,10 @@ void FileNumbers::WriteText(int number, std::string_view bytes) {
   if (file.position > file.bytes.size() && !file.whole) TakeIn(file);
   const std::size_t end = file.position + bytes.size();
   if (file.position > file.bytes.size()) file.bytes.resize(file.position, '\0');
-  file.bytes.replace(file.position, bytes.size(), bytes);
+  const std::size_t replaced = std::min(bytes.size(), file.bytes.size() - file.position);
+  std::copy_n(bytes.begin(), replaced,
+              file.bytes.begin() + static_cast<std::ptrdiff_t>(file.position));
+  file.bytes.append(bytes.substr(replaced));
   const bool clean = file.dirtyFrom == file.dirtyTo;
   file.dirtyFrom = clean ? file.position : std::min(file.dirtyFrom, file.position);
   file.dirtyTo = std::max(file.dirtyTo, end);

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <fstream>
+#include <span>
 #include <string>
 #include <string_view>
 
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
+#include "platform/little_endian.h"
 
 namespace quillmark {
 
@@ -43,9 +47,21 @@ class FileNumbers {
   /// Abandons all ten, at the end of the process.
   void CloseAll() noexcept;
 
-  Byte ReadByte(int number);
-  Int16 ReadInt16(int number);
-  Int32 ReadInt32(int number);
+  Byte ReadByte(int number) { return ReadNumber<Byte>(number); }
+  Int16 ReadInt16(int number) { return ReadNumber<Int16>(number); }
+  Int32 ReadInt32(int number) { return ReadNumber<Int32>(number); }
+  /// As many numbers as `values` has places for. Most of a script is read by this, so it stands
+  /// where it can be inlined.
+  template <std::integral Raw>
+  void ReadNumbers(int number, std::span<CheckedInteger<Raw>> values) {
+    OpenFile& file = Readable(number);
+    const std::size_t count = values.size_bytes();
+    if (file.position + count > file.bytes.size()) {
+      return TakeNumbers(ReadText(number, static_cast<std::int64_t>(count)), values);
+    }
+    TakeNumbers(std::string_view(file.bytes).substr(file.position), values);
+    file.position += count;
+  }
   /// `count` bytes, zeros for those behind the end.
   std::string ReadText(int number, std::int64_t count);
   /// True once a read has met the end of a binary file; of a text file, when nothing is left.
@@ -86,15 +102,36 @@ class FileNumbers {
     std::size_t dirtyTo = 0;
   };
 
-  OpenFile& Slot(int number);
-  const OpenFile& Slot(int number) const;
+  [[noreturn]] static void ThrowNoSuchNumber(int number);
+  [[noreturn]] static void ThrowWrongMode(int number);
+
+  OpenFile& Slot(int number) {
+    if (number < 1 || number > 10) ThrowNoSuchNumber(number);
+    return slots_[number];
+  }
+  const OpenFile& Slot(int number) const { return const_cast<FileNumbers*>(this)->Slot(number); }
   OpenFile& Free(int number, const std::string& path);
-  OpenFile& Opened(int number, Mode mode);
-  const OpenFile& Opened(int number, Mode mode) const;
+  OpenFile& Opened(int number, Mode mode) {
+    OpenFile& file = Slot(number);
+    if (file.mode != mode) ThrowWrongMode(number);
+    return file;
+  }
+  const OpenFile& Opened(int number, Mode mode) const {
+    return const_cast<FileNumbers*>(this)->Opened(number, mode);
+  }
   /// Takes the rest of the file into memory, behind what was written already.
   static void TakeIn(OpenFile& file);
-  OpenFile& Readable(int number);
-  static std::uint8_t NextByte(OpenFile& file);
+  OpenFile& Readable(int number) {
+    OpenFile& file = Opened(number, Mode::Binary);
+    if (!file.whole) TakeIn(file);
+    return file;
+  }
+  template <class Number>
+  Number ReadNumber(int number) {
+    Number value;
+    ReadNumbers(number, std::span(&value, 1));
+    return value;
+  }
   template <class Number>
   void WriteNumber(int number, Number value);
   static void WriteOut(OpenFile& file);

@@ -1,35 +1,49 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "platform/checked_integer.h"
 
 namespace quillmark {
 
-/// Puts a number behind `bytes`, lowest byte first.
-inline void AppendNumber(std::string& bytes, Byte value) {
-  bytes += static_cast<char>(value.value());
+/// Fills `values` from the front of `bytes`, which has enough for them, the lowest byte of each
+/// first.
+template <std::integral Raw>
+void TakeNumbers(std::string_view bytes, std::span<CheckedInteger<Raw>> values) {
+  using Bits = std::make_unsigned_t<Raw>;
+  for (std::size_t v = 0; v < values.size(); ++v) {
+    Bits bits = 0;
+    for (std::size_t i = 0; i < sizeof(Raw); ++i) {
+      const Bits byte = static_cast<unsigned char>(bytes[v * sizeof(Raw) + i]);
+      bits = static_cast<Bits>(bits | byte << 8 * i);
+    }
+    values[v] = static_cast<Raw>(bits);
+  }
 }
 
-inline void AppendNumber(std::string& bytes, Int16 value) {
-  const auto bits = static_cast<std::uint16_t>(value.value());
-  bytes += static_cast<char>(bits & 0xFFU);
-  bytes += static_cast<char>(bits >> 8U);
+/// Puts numbers behind `bytes`, the lowest byte of each first.
+template <class Number>
+void AppendNumbers(std::string& bytes, std::span<Number> values) {
+  using Raw = typename Number::RawType;
+  const std::size_t size = bytes.size();
+  bytes.resize(size + sizeof(Raw) * values.size());
+  const std::span<char> places = std::span<char>(bytes).subspan(size);
+  for (std::size_t v = 0; v < values.size(); ++v) {
+    const auto bits = static_cast<std::make_unsigned_t<Raw>>(values[v].value());
+    for (std::size_t i = 0; i < sizeof(Raw); ++i) {
+      places[v * sizeof(Raw) + i] = static_cast<char>(bits >> 8 * i);
+    }
+  }
 }
 
-inline void AppendNumber(std::string& bytes, Int32 value) {
-  const auto bits = static_cast<std::uint32_t>(value.value());
-  AppendNumber(bytes, Int16(static_cast<std::int16_t>(bits & 0xFFFFU)));
-  AppendNumber(bytes, Int16(static_cast<std::int16_t>(bits >> 16U)));
-}
-
-/// The number whose two bytes begin at `position`.
-inline Int16 Int16At(std::string_view bytes, std::size_t position) {
-  const auto low = static_cast<unsigned char>(bytes[position]);
-  const auto high = static_cast<unsigned char>(bytes[position + 1]);
-  return static_cast<std::int16_t>(static_cast<std::uint16_t>(low | high << 8U));
+template <std::integral Raw>
+void AppendNumber(std::string& bytes, CheckedInteger<Raw> value) {
+  AppendNumbers(bytes, std::span(&value, 1));
 }
 
 }  // namespace quillmark

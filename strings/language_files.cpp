@@ -97,12 +97,11 @@ Int32 StringLength(const LanguageSlot& slot, int i) {
          kHeadLength;
 }
 
+/// Offsets in front of one that has no place still get into the slot.
 void ReadOffsets(LanguageSlot& slot) {
-  const std::string numbers = Files.ReadText(kReadNumber, kOffsetLength * std::int64_t{slot.Total});
-  for (int i = 0; i < slot.Total; ++i) {
-    const auto entry = static_cast<std::size_t>(i);
-    slot.Offsets[i] = Int16At(numbers, kOffsetLength * entry);
-  }
+  const int places = std::min<int>(slot.Total, static_cast<int>(slot.Offsets.size()));
+  Files.ReadNumbers(kReadNumber, slot.Offsets.First(places));
+  if (places < slot.Total) slot.Offsets[places] = Files.ReadInt16(kReadNumber);
 }
 
 /// The strings follow one another, whatever the offsets say of their places. Zeros stand behind the
