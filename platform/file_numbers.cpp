@@ -52,11 +52,10 @@ FileNumbers::OpenFile& FileNumbers::Free(int number, const std::string& path) {
 }
 
 void FileNumbers::OpenBinary(int number, const std::string& path) {
-  const fs::path place = SystemPath(path);
-  const bool isFile = SizeOfFile(place).has_value();
-  if (!isFile && !IsThere(place)) return MakeBinary(number, path);
+  const fs::path place = PlaceOfFile(path);
+  if (place.empty() && !IsThere(SystemPath(path))) return MakeBinary(number, path);
   OpenFile& file = Free(number, path);
-  if (!isFile) FileFault(path, "can't be opened");
+  if (place.empty()) FileFault(path, "can't be opened");
   if (!OpenOnDisk(file.disk, place, kUpdate)) {
     file.writable = false;
     if (!OpenOnDisk(file.disk, place, kRead)) FileFault(path, "can't be opened");
@@ -72,8 +71,8 @@ void FileNumbers::MakeBinary(int number, const std::string& path) {
 
 void FileNumbers::OpenInput(int number, const std::string& path) {
   OpenFile& file = Free(number, path);
-  const fs::path place = SystemPath(path);
-  if (!SizeOfFile(place) || !OpenOnDisk(file.disk, place, kRead)) {
+  const fs::path place = PlaceOfFile(path);
+  if (place.empty() || !OpenOnDisk(file.disk, place, kRead)) {
     FileFault(path, "can't be opened");
   }
   TakeIn(file);

@@ -36,8 +36,8 @@ std::string QuotedPath(std::string_view path) { return "'" + std::string(path) +
 /// Where `path` stands on disk; the fault if nothing is there, if it is write-protected, which some
 /// systems would pass over, or if a file number holds it.
 fs::path DeletablePath(std::string_view path) {
-  fs::path place = SystemPath(path);
-  if (!SizeOfFile(place)) {
+  fs::path place = PlaceOfFile(path);
+  if (place.empty()) {
     throw Fault(FaultKind::File, "there is no file " + QuotedPath(path));
   }
   if (IsWriteProtected(place)) {
@@ -67,6 +67,13 @@ fs::path SystemPath(std::string_view path) {
   const fs::path plain = FormOfSystem(path);
   const fs::path name = NameOnDisk(plain);
   return name.empty() ? plain : plain.parent_path() / name;
+}
+
+fs::path PlaceOfFile(std::string_view path) {
+  fs::path place = FormOfSystem(path);
+  if (SizeOfFile(place)) return place;
+  place = SystemPath(path);
+  return SizeOfFile(place) ? place : fs::path();
 }
 
 std::string GetPath(std::string_view path) {

@@ -38,7 +38,7 @@ std::vector<std::string> FindFiles(std::string_view folder,
   std::error_code error;
   for (fs::directory_iterator entry(FormOfSystem(JoinPath(folder, "")), error), end;
        !error && entry != end; entry.increment(error)) {
-    std::string name = PathText(entry->path().filename());
+    std::string name = entry->path().filename().string();
     const auto wanted = std::find(names.begin(), names.end(), UpperCased(name));
     if (wanted == names.end() || !entry->is_regular_file(error)) continue;
     std::string& best = found[static_cast<std::size_t>(wanted - names.begin())];

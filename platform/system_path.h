@@ -15,6 +15,10 @@ namespace quillmark {
 /// The system's form of a UTF-8 path, with the letter case that its last component has on disk.
 std::filesystem::path SystemPath(std::string_view path);
 
+/// A path under which the file at `path` can be opened, the given one if it will do; empty if there
+/// is no file.
+std::filesystem::path PlaceOfFile(std::string_view path);
+
 /// The UTF-8 form of a path of the system.
 std::string PathText(const std::filesystem::path& path);
 
