@@ -12,55 +12,52 @@ namespace {
 
 constexpr int kStreamNumber = 3;
 constexpr const char* kStreamName = "scriptdata.tmp";
+constexpr std::size_t kUsualLength = 256;
 
 struct BatchState {
   bool running = false;
-  bool begun = false;      ///< the first stream has gone to the disk
-  bool pending = false;    ///< `content` is newer than what the disk has
-  bool keepsTail = false;  ///< the file has other letter case: it is never deleted
-  std::string content;     ///< what the file holds, or would hold
+  bool holdsFile = false;  ///< the file stays open behind the last stream
+  bool keepsTail = false;  ///< the file has other letter case: it is never emptied
 };
 
 BatchState batch;
 
-/// Opens the file at position 0 and gives what it holds.
-std::string OpenOnDisk() {
+/// Opens the file at position 0.
+void OpenOnDisk() {
   const std::string path = ProgramPath(kStreamName);
-  if (FindFile(path) == kStreamName) {
+  const std::string name = FindFile(path);
+  batch.keepsTail = !name.empty() && name != kStreamName;
+  if (name == kStreamName) {
     DeleteFile(path);
     Files.MakeBinary(kStreamNumber, path);
-    return {};
+  } else {
+    Files.OpenBinary(kStreamNumber, path);
   }
-  Files.OpenBinary(kStreamNumber, path);
-  std::string old = Files.ReadText(kStreamNumber, Files.Length(kStreamNumber));
-  Files.Seek(kStreamNumber, 0);
-  return old;
 }
 
-void PutLastOnDisk() {
-  if (!batch.pending) return;
-  batch.pending = false;
+/// What opening the file once more would do to it.
+void StartAgain() {
   if (batch.keepsTail) {
-    OpenOnDisk();
+    Files.Seek(kStreamNumber, 0);
   } else {
-    Files.MakeBinary(kStreamNumber, ProgramPath(kStreamName));
+    Files.Empty(kStreamNumber);
   }
-  Files.WriteText(kStreamNumber, batch.content);
-  Files.Close(kStreamNumber);
 }
 
 }  // namespace
 
-StreamFile::StreamFile() : inMemory_(batch.begun), pendingFaults_(std::uncaught_exceptions()) {
-  if (!inMemory_) {
-    old_ = OpenOnDisk();
-  } else if (batch.keepsTail) {
-    old_ = batch.content;
+StreamFile::StreamFile() : pendingFaults_(std::uncaught_exceptions()) {
+  content_.reserve(kUsualLength);
+  if (batch.holdsFile) {
+    StartAgain();
+  } else {
+    OpenOnDisk();
   }
 }
 
 StreamFile::~StreamFile() {
   if (std::uncaught_exceptions() == pendingFaults_) return;
+  batch.holdsFile = false;
   try {
     LeaveFault();
   } catch (const Fault&) {
@@ -69,34 +66,25 @@ StreamFile::~StreamFile() {
 }
 
 void StreamFile::LeaveFault() {
-  batch.pending = false;
-  if (inMemory_) OpenOnDisk();
-  if (inMemory_ || state_ == State::Writing) {
-    Files.WriteText(kStreamNumber, content_);
-    Files.Flush(kStreamNumber);
-  }
-  if (inMemory_ && state_ == State::Closed) Files.Close(kStreamNumber);
+  if (state_ == State::Closed) return Files.Close(kStreamNumber);
+  if (state_ == State::Writing) Files.WriteText(kStreamNumber, content_);
+  Files.Flush(kStreamNumber);
 }
 
 void StreamFile::Close() {
-  const bool wasWriting = state_ == State::Writing;
-  if (!inMemory_) {
-    if (wasWriting) Files.WriteText(kStreamNumber, content_);
-    Files.Close(kStreamNumber);
+  if (state_ == State::Writing) {
+    Files.WriteText(kStreamNumber, content_);
+    const std::int64_t tail = Files.Length(kStreamNumber) - Files.Position(kStreamNumber);
+    content_ += Files.ReadText(kStreamNumber, tail);
   }
   state_ = State::Closed;
-  if (!wasWriting) return;
-
-  if (old_.size() > content_.size()) content_.append(old_, content_.size());
-  if (!batch.running) return;
-  if (!inMemory_) batch.keepsTail = FindFile(ProgramPath(kStreamName)) != kStreamName;
-  batch.begun = true;
-  batch.pending = inMemory_;
-  batch.content = content_;
+  if (!batch.running) return Files.Close(kStreamNumber);
+  if (!batch.holdsFile) Files.Flush(kStreamNumber);
+  batch.holdsFile = true;
 }
 
 const std::string& StreamFile::Reopen() {
-  if (!inMemory_) Files.OpenBinary(kStreamNumber, ProgramPath(kStreamName));
+  if (!batch.running) Files.OpenBinary(kStreamNumber, ProgramPath(kStreamName));
   state_ = State::Reading;
   return content_;
 }
@@ -108,13 +96,16 @@ BuildBatch::BuildBatch() {
 
 BuildBatch::~BuildBatch() {
   try {
-    PutLastOnDisk();
+    Finish();
   } catch (const Fault&) {
     // Only reached while another fault passes: `Finish` tells of trouble otherwise.
   }
   batch = BatchState{};
 }
 
-void BuildBatch::Finish() { PutLastOnDisk(); }
+void BuildBatch::Finish() {
+  if (batch.holdsFile) Files.Close(kStreamNumber);
+  batch.holdsFile = false;
+}
 
 }  // namespace quillmark

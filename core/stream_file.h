@@ -7,8 +7,9 @@ namespace quillmark {
 /// The way of one built stream through `scriptdata.tmp` in the program's folder, on file number 3.
 ///
 /// A file of exactly that name is deleted first. One that stands there in other letter case stays:
-/// the stream is written over its first bytes, and its old length counts. During a `BuildBatch` all
-/// but the first stream are held in memory.
+/// the stream is written over its first bytes, and its old length counts. During a `BuildBatch` the
+/// file stays open from one stream to the next, and all but the first one and the last one are held
+/// in memory.
 ///
 /// A fault that passes through puts on disk what was written, and leaves file number 3 open unless
 /// the file was closed at that moment.
@@ -31,10 +32,8 @@ class StreamFile {
   enum class State { Writing, Closed, Reading };
   void LeaveFault();
 
-  std::string old_;  ///< what stood in the file when it was opened
   std::string content_;
   State state_ = State::Writing;
-  bool inMemory_;
   int pendingFaults_;
 };
 

@@ -66,6 +66,7 @@ void FileNumbers::OpenBinary(int number, const std::string& path) {
 void FileNumbers::MakeBinary(int number, const std::string& path) {
   OpenFile& file = Free(number, path);
   if (!OpenOnDisk(file.disk, FormOfSystem(path), kMake)) FileFault(path, "can't be made");
+  file.whole = file.fresh = true;
   file.mode = Mode::Binary;
 }
 
@@ -208,6 +209,18 @@ std::int64_t FileNumbers::Length(int number) {
   return static_cast<std::int64_t>(Readable(number).bytes.size());
 }
 
+void FileNumbers::Empty(int number) {
+  OpenFile& file = Opened(number, Mode::Binary);
+  if (!file.fresh) {
+    const std::string path = file.path;
+    Close(number);
+    return MakeBinary(number, path);
+  }
+  file.bytes.clear();
+  file.position = file.dirtyFrom = file.dirtyTo = 0;
+  file.metEnd = false;
+}
+
 void FileNumbers::Flush(int number) { WriteOut(Opened(number, Mode::Binary)); }
 
 void FileNumbers::WriteOut(OpenFile& file) {
@@ -215,6 +228,7 @@ void FileNumbers::WriteOut(OpenFile& file) {
   const std::size_t from = file.dirtyFrom;
   const std::size_t count = file.dirtyTo - from;
   file.dirtyFrom = file.dirtyTo = 0;
+  file.fresh = false;
   const auto size = static_cast<std::streamsize>(count);
   if (file.disk.pubseekpos(static_cast<std::streamoff>(from)) < 0 ||
       file.disk.sputn(file.bytes.data() + from, size) != size || file.disk.pubsync() != 0) {

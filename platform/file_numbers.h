@@ -77,6 +77,9 @@ class FileNumbers {
   void Seek(int number, std::int64_t position);
   std::int64_t Length(int number);
 
+  /// Cuts the file down to nothing, and stands at its start. Fails as `MakeBinary` does.
+  void Empty(int number);
+
   /// Puts on disk what was written so far.
   void Flush(int number);
 
@@ -95,6 +98,7 @@ class FileNumbers {
     std::filebuf disk;
     std::string bytes;
     bool whole = false;  ///< `bytes` is the file; otherwise what was written from its start
+    bool fresh = false;  ///< made anew, and still empty on disk
     std::size_t position = 0;
     bool writable = true;
     bool metEnd = false;

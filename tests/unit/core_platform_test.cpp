@@ -110,6 +110,14 @@ TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
   EXPECT_EQ(Bytes(Path("a")), Hex("00 fe 01000080 41 42 7f"));
   Files.MakeBinary(1, Path("a"));
   EXPECT_EQ(Files.Length(1), 0);
+  for (const bool onDisk : {false, true}) {
+    Files.WriteInt32(1, 1);
+    if (onDisk) Files.Flush(1);
+    Files.Empty(1);
+    Files.WriteByte(1, 9);
+  }
+  Files.Close(1);
+  EXPECT_EQ(Bytes(Path("a")), Hex("09"));
 }
 
 TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
