@@ -77,7 +77,7 @@ void FillLanguage(Numbers& numbers, LanguageSlot& slot, int total, int bytes) {
   for (int i = 0; i < total; ++i) {
     // Texts differ in length: every other one gives some of its bytes to the next.
     const int given = i % 2 == 0 && i + 1 < total ? numbers.Below(bytes / total) : 0;
-    slot.Strings[i] = Text(numbers, Share(bytes, total, i) + moved - given);
+    slot.Strings.Set(i, Text(numbers, Share(bytes, total, i) + moved - given));
     moved = given;
   }
   slot.Loaded = kOn;

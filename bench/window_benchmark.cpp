@@ -125,7 +125,7 @@ void FillStrings(int count) {
     slot.Total = slot.Count1 = count;
     slot.Count2 = slot.Count3 = 0;
     slot.Strings.Redim(count);
-    for (int i = 0; i < count; ++i) slot.Strings[i] = "String " + std::to_string(i) + '\0';
+    for (int i = 0; i < count; ++i) slot.Strings.Set(i, "String " + std::to_string(i) + '\0');
   }
   StringsMod.NumStrings = count;
   TheDesktop().RunAct("fill", [] { SetPrimaryLanguage(Language::ENGLISH); });

@@ -45,7 +45,8 @@ constexpr std::size_t kMostZeros = 1100000;
 
 std::size_t BytesOfStrings() {
   std::size_t bytes = 0;
-  for (const std::string& text : Slot(kLanguage).Strings) bytes += text.size();
+  const TextArray& texts = Slot(kLanguage).Strings;
+  for (std::size_t i = 0; i < texts.size(); ++i) bytes += texts[i].size();
   return bytes;
 }
 
@@ -65,7 +66,10 @@ void TestLanguage(std::string_view file) {
   PutFile(kFileName, "");
   Require(WriteLanguage(kLanguage, InWorkspace(kFileName)) != failed, "a write is done or fails");
   if (failed) return;
-  if (slot.Total > 0) slot.Strings[slot.Total - 1] += '\0';
+  if (slot.Total > 0) {
+    const int last = slot.Total - 1;
+    slot.Strings.Set(last, std::string(slot.Strings[last]) + '\0');
+  }
   const Json saved = ListSlot();
   Require(Read(), "what was saved loads again");
   Require(ListSlot() == saved, "what was saved loads again to the same listing");

@@ -16,13 +16,10 @@ namespace {
 
 constexpr int kWriteNumber = 1;
 constexpr int kReadNumber = 2;
-constexpr unsigned char kMask = 0x5C;
+constexpr char kMask = 0x5C;
 constexpr int kHeadLength = 12;
 constexpr int kOffsetLength = 2;
 constexpr int kPoolHighest = 4096;
-/// Zeros that a read may take from behind the end of a file: damaged offsets reach for many times
-/// less, a table that was made to fill the memory for many times more.
-constexpr std::size_t kMostZeros = 1U << 20U;
 
 /// All that sets the languages apart.
 struct LanguageRules {
@@ -62,11 +59,9 @@ const LanguageRules& Rules(Language language) { return kRules[static_cast<std::s
 
 /// Takes the mask off or puts it on. Zeros stay as they are; the mask's own character turns into
 /// one and does not come back.
-void Scramble(std::string& text) {
-  for (char& c : text) {
-    const unsigned byte = static_cast<unsigned char>(c);
-    c = static_cast<char>(byte ^ (byte == 0 ? 0U : kMask));
-  }
+std::string Scrambled(std::string text) {
+  for (char& c : text) c = c == 0 ? c : static_cast<char>(c ^ kMask);
+  return text;
 }
 
 void Fail(int entry) {
@@ -89,14 +84,6 @@ bool ShowingFaults(int number, int entry, Work work) {
   }
 }
 
-/// One less than the bytes of string `i`. The last one reaches one byte past the end of the file,
-/// which is read as a zero: kept as it is.
-Int32 StringLength(const LanguageSlot& slot, int i) {
-  if (i < slot.Total - 1) return slot.Offsets[i + 1] - 1 - slot.Offsets[i];
-  return Files.Length(kReadNumber) - slot.Offsets[i] - std::int64_t{kOffsetLength} * slot.Total -
-         kHeadLength;
-}
-
 /// Offsets in front of one that has no place still get into the slot.
 void ReadOffsets(LanguageSlot& slot) {
   const int places = std::min<int>(slot.Total, static_cast<int>(slot.Offsets.size()));
@@ -104,24 +91,25 @@ void ReadOffsets(LanguageSlot& slot) {
   if (places < slot.Total) slot.Offsets[places] = Files.ReadInt16(kReadNumber);
 }
 
-/// The strings follow one another, whatever the offsets say of their places. Zeros stand behind the
-/// end of the file.
-void ReadStrings(LanguageSlot& slot) {
-  std::string area =
-      Files.ReadText(kReadNumber, Files.Length(kReadNumber) - Files.Position(kReadNumber));
-  Scramble(area);
-  std::size_t from = 0;
-  for (int i = 0; i < slot.Total; ++i) {
-    const std::int64_t bytes = std::max<std::int64_t>(0, StringLength(slot, i) + 1);
-    const auto count = static_cast<std::size_t>(bytes);
-    if (from + count > area.size() + kMostZeros) {
-      throw Fault(FaultKind::Overflow, "the strings reach too far behind the end of the file");
-    }
-    std::string text(area, std::min(from, area.size()), count);
-    if (text.size() < count) text.resize(count, '\0');
-    slot.Strings[i] = std::move(text);
-    from += count;
+/// The bytes of string `i`, as the offsets tell. The last one reaches one byte past the end of the
+/// file, which is read as a zero: kept as it is.
+std::int64_t BytesOf(const LanguageSlot& slot, int i) {
+  Int32 oneLess;
+  if (i + 1 < slot.Total) {
+    oneLess = slot.Offsets[i + 1] - 1 - slot.Offsets[i];
+  } else {
+    oneLess = Files.Length(kReadNumber) - slot.Offsets[i] -
+              std::int64_t{kOffsetLength} * slot.Total - kHeadLength;
   }
+  return std::max<std::int64_t>(0, std::int64_t{oneLess.value()} + 1);
+}
+
+/// The strings follow one another, whatever the offsets say of their places, up to the zero behind
+/// the end of the file that the last one takes.
+void ReadStrings(LanguageSlot& slot) {
+  const std::int64_t left = Files.Length(kReadNumber) - Files.Position(kReadNumber);
+  slot.Strings.Cut(Scrambled(Files.ReadText(kReadNumber, left + 1)), slot.Total,
+                   [&slot](int i) { return BytesOf(slot, i); });
 }
 
 void ReadSlot(LanguageSlot& slot, bool sizesOffsets) {
@@ -138,11 +126,14 @@ void ReadSlot(LanguageSlot& slot, bool sizesOffsets) {
 }
 
 void TellStrings(const LanguageSlot& slot, bool namesFromPool) {
-  for (int i = 0; i < StringsMod.NumStrings; ++i) Tell(listeners.stringRead, slot.Strings[i]);
-  const DynamicArray<std::string>& names = namesFromPool ? StringsMod.StringPool : slot.Strings;
+  for (int i = 0; i < StringsMod.NumStrings; ++i) {
+    Tell(listeners.stringRead, std::string(slot.Strings[i]));
+  }
   Tell(listeners.levelNamesBegin);
   for (int i = 1; i < TRScript.NumLevels; ++i) {
-    Tell(listeners.levelName, names[TRScript.Levels[i].NameString]);
+    const Byte name = TRScript.Levels[i].NameString;
+    Tell(listeners.levelName,
+         namesFromPool ? StringsMod.StringPool[name] : std::string(slot.Strings[name]));
   }
 }
 
@@ -154,27 +145,25 @@ void SumSizes(LanguageSlot& slot) {
   for (const auto size : kSizes) slot.*size = 0;
   int next = 0;
   for (std::size_t group = 0; group < kCounts.size(); ++group) {
-    for (int i = 0; i < slot.*kCounts[group]; ++i, ++next) {
-      slot.*kSizes[group] += static_cast<std::int64_t>(slot.Strings[next].size());
-    }
+    const std::size_t start = slot.Strings.First(next).size();
+    const int end = next + slot.*kCounts[group];
+    while (next < end) slot.*kSizes[group] = slot.Strings.First(++next).size() - start;
   }
 }
 
-/// Writes the offsets and gives the area that they point into. Those in front of one that has no
-/// place or no room in its type still get into the file.
-std::string WriteOffsets(LanguageSlot& slot, int count) {
+/// Offsets in front of one that has no place or no room in its type still get into the file.
+void WriteOffsets(LanguageSlot& slot, int count) {
   const int places = std::min(count, static_cast<int>(slot.Offsets.size()));
-  std::string numbers;
-  std::string area;
   int i = 0;
-  for (; i < places && std::in_range<std::int16_t>(area.size()); ++i) {
-    slot.Offsets[i] = area.size();
-    AppendNumber(numbers, slot.Offsets[i]);
-    area += slot.Strings[i];
+  for (; i < places; ++i) {
+    const std::size_t offset = slot.Strings.First(i).size();
+    if (!std::in_range<std::int16_t>(offset)) break;
+    slot.Offsets[i] = offset;
   }
+  std::string numbers;
+  AppendNumbers(numbers, slot.Offsets.First(i));
   Files.WriteText(kWriteNumber, numbers);
-  if (i < count) slot.Offsets[i] = area.size();
-  return area;
+  if (i < count) slot.Offsets[i] = slot.Strings.First(i).size();
 }
 
 void WriteSlot(LanguageSlot& slot) {
@@ -184,9 +173,8 @@ void WriteSlot(LanguageSlot& slot) {
 
   // Kept as it is: string 0 and its offset are written even if there are none.
   const int count = std::max<int>(1, slot.Total);
-  std::string area = WriteOffsets(slot, count);
-  Scramble(area);
-  Files.WriteText(kWriteNumber, area);
+  WriteOffsets(slot, count);
+  Files.WriteText(kWriteNumber, Scrambled(std::string(slot.Strings.First(count))));
 }
 
 }  // namespace
@@ -258,7 +246,7 @@ void SetPrimaryLanguage(Language language) {
   StringsMod.StringPool.Redim(kPoolHighest);
   for (int i = 0; i < slot.Total; ++i) {
     StringsMod.StringPool[i] = slot.Strings[i];
-    Tell(listeners.poolString, slot.Strings[i]);
+    Tell(listeners.poolString, StringsMod.StringPool[i]);
   }
   slot.Primary = kOn;
 }

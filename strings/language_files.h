@@ -6,6 +6,7 @@
 
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
+#include "strings/text_array.h"
 
 namespace quillmark {
 
@@ -25,7 +26,7 @@ struct LanguageSlot {
   Int16 Size3;
   Int16 Total;
   DynamicArray<Int16> Offsets;
-  DynamicArray<std::string> Strings;
+  TextArray Strings;
   Int16 Loaded;
   Int16 Primary;
 };

@@ -39,7 +39,7 @@ void ListStrings() {
   for (int i = 0; i < StringsMod.NumStrings; ++i) {
     std::vector<std::string> cells = {std::to_string(i)};
     for (std::size_t box = 0; box < kLanguages.size(); ++box) {
-      cells.push_back(IsLoaded(box) ? Slot(kLanguages[box]).Strings[i] : std::string());
+      cells.emplace_back(IsLoaded(box) ? Slot(kLanguages[box]).Strings[i] : std::string_view());
     }
     Form2.ListView1.AddRow(std::move(cells));
   }
@@ -66,7 +66,7 @@ void TakeTexts(std::size_t changedBox) {
   Form2.ListView1.SetCell(row, ColumnOf(changedBox), Form2.txtString[changedBox].Text());
   for (std::size_t box = 0; box < kLanguages.size(); ++box) {
     if (!IsLoaded(box)) continue;
-    Slot(kLanguages[box]).Strings[row] = Form2.txtString[box].Text() + '\0';
+    Slot(kLanguages[box]).Strings.Set(row, Form2.txtString[box].Text() + '\0');
   }
 }
 

@@ -14,7 +14,7 @@ Json ToJson(CheckedInteger<Raw> number) {
   return number.value();
 }
 
-Json ToJson(const std::string& bytes) { return TextOfBytes(bytes); }
+Json ToJson(std::string_view bytes) { return TextOfBytes(bytes); }
 
 template <class Array>
 Json ListOf(const Array& array, std::int64_t count);

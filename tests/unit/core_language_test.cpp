@@ -59,14 +59,30 @@ TEST_F(CoreLanguageTest, ReadsAndWritesASmallFile) {
   longer[8] = 5;
   EXPECT_EQ(Bytes(Path("a")), longer);
 
-  slot.Strings[1] = "\\" + Zeros(1);  // the mask itself
-  slot.Strings[2] = Zeros(1);
+  slot.Strings.Set(1, "\\" + Zeros(1));  // the mask itself
+  slot.Strings.Set(2, Zeros(1));
   EXPECT_TRUE(WriteLanguage(Language::GERMAN, Path("a")));
   EXPECT_EQ(Bytes(Path("a")).substr(16), Word(4) + Hex("1d 00 00 00 00") + Zeros(2))
       << "the tail of the longer file stays";
   ReadLanguage(Language::GERMAN, Path("a"));
   EXPECT_EQ(slot.Strings[1], Zeros(2));
   EXPECT_EQ(slot.Strings[2], Zeros(4));
+}
+
+TEST_F(CoreLanguageTest, KeepsTextsOneBehindTheOther) {
+  TextArray texts;
+  EXPECT_EQ(OutcomeOf([&] { texts.Set(0, "x"); }), "subscript fault");
+  EXPECT_EQ(OutcomeOf([&] { texts.Redim(-1); }), "subscript fault");
+  texts.Redim(4);
+  texts.Cut("abcdef", 3, [](int i) { return i; });
+  texts.Set(1, "longer");
+  texts.Set(3, texts[1]);
+  texts.Set(2, "");
+  EXPECT_EQ(texts.First(5), "longerlonger");
+  EXPECT_EQ(texts[2], "");
+  EXPECT_EQ(texts[3], "longer");
+  EXPECT_EQ(texts[4], "");
+  EXPECT_EQ(OutcomeOf([&] { texts[5]; }), "subscript fault");
 }
 
 TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
@@ -173,9 +189,9 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
        std::initializer_list<Case>{{32000, 767, 32767, 12 + 6 + 65534, true},
                                    {32000, 768, 1, 12 + 4, false},  // the third offset is 32768
                                    {1, 32768, 1, 6, false}}) {      // the second size is
-    slot.Strings[0] = std::string(c.first, 'x');
-    slot.Strings[1] = std::string(c.second, 'x');
-    slot.Strings[2] = std::string(c.third, 'x');
+    slot.Strings.Set(0, std::string(c.first, 'x'));
+    slot.Strings.Set(1, std::string(c.second, 'x'));
+    slot.Strings.Set(2, std::string(c.third, 'x'));
     fs::remove(Path("a"));
     EXPECT_EQ(WriteLanguage(Language::ENGLISH, Path("a")), c.written);
     EXPECT_EQ(TakeTold(), c.written ? "" : "failed 8");
