@@ -126,10 +126,9 @@ void BuildLevel(int level, const StreamFormat& format) {
 
   const std::string& content = file.Reopen();
   LevelRawEntry& raw = TRScript.LevelRaw[level];
-  const std::string_view room = std::string_view(content).substr(0, raw.Bytes.size());
-  std::transform(room.begin(), room.end(), raw.Bytes.begin(),
-                 [](char byte) { return static_cast<std::uint8_t>(byte); });
-  raw.Bytes.First(content.size());  // the fault of a stream that is too long
+  for (std::size_t i = 0; i < content.size(); ++i) {
+    raw.Bytes[i] = static_cast<std::uint8_t>(content[i]);
+  }
   raw.Length = size;
   file.Close();
 }

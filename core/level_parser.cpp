@@ -9,9 +9,10 @@ namespace {
 
 constexpr int kScriptFile = 1;
 
-void Read(Byte& value) { value = Files.ReadByte(kScriptFile); }
-void Read(Int16& value) { value = Files.ReadInt16(kScriptFile); }
-void Read(Int32& value) { value = Files.ReadInt32(kScriptFile); }
+template <class Number>
+void Read(Number& value) {
+  Files.ReadInto(kScriptFile, value);
+}
 
 template <class Type, std::size_t Count>
 void Read(FixedArray<Type, Count>& values) {

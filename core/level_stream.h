@@ -22,9 +22,11 @@ void ParseLevelTr4(const Int16& level, const Int16& length);
 void ParseLevelTr5(const Int16& level, const Int16& length);
 
 /// Writes the stream of `Levels[level]`, made from its groups, to `scriptdata.tmp` in the program's
-/// folder through file number 3, sets `LevelOffsets[level + 1]` and takes the stream into
+/// folder through file number 3, which has to be free, counts `LevelOffsets[level + 1]` on from
+/// `LevelOffsets[level]`, and takes the stream into
 /// `LevelRaw[level]`. Throws the subscript fault for an index outside the levels and for a stream
-/// of more than 1025 bytes, the overflow fault for an offset past 32767, and file faults.
+/// of more than 1025 bytes, the overflow fault for an offset past 32767, and file faults. A fault
+/// may leave file number 3 open.
 void BuildLevelTr4(int level);
 void BuildLevelTr5(int level);
 

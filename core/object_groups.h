@@ -31,7 +31,8 @@ inline constexpr bool kHasCombo = requires(Entry entry) {
   entry.Combo;
 };
 
-/// Makes the flat list of the level from its groups, in the order of the kinds.
+/// Makes the flat list of the level from its groups, in the order of the kinds. Throws the
+/// subscript fault for more objects than the list has places.
 void FlattenGroups(LevelRecord& level);
 
 /// Makes the groups of the level from its flat list. Entries without a kind are passed over. Throws

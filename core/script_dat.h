@@ -26,7 +26,7 @@ bool LoadScript(const std::string& path, const LoadCallbacks& callbacks);
 
 /// Rebuilds the groups from the flat lists, then replaces the file at `path`, which has to exist,
 /// by the script of the model. True when it was written; every trouble is a fault, with the file in
-/// whatever state it reached.
+/// whatever state it reached and the file numbers 1 and 3 left as they were at that moment.
 bool SaveScript(const std::string& path);
 
 /// Reads every language file that stands in `folder`, in the loader's order, through `found`, and

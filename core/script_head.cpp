@@ -30,9 +30,11 @@ constexpr std::array<HeadField, 10> kSizesAndExtensions{{{&ScriptModel::FileName
                                                          {&ScriptModel::PcFmvExt},
                                                          {&ScriptModel::ExtReserved, false}}};
 
-void Read(Byte& value) { value = Files.ReadByte(kScriptFile); }
-void Read(Int16& value) { value = Files.ReadInt16(kScriptFile); }
-void Read(Int32& value) { value = Files.ReadInt32(kScriptFile); }
+template <class Number>
+void Read(Number& value) {
+  Files.ReadInto(kScriptFile, value);
+}
+
 void Read(std::string& text) { text = Files.ReadText(kScriptFile, kExtensionLength); }
 
 template <class Number>

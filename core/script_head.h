@@ -25,7 +25,8 @@ std::span<const HeadField> HeadSizesAndExtensions();
 /// Where `ScriptDataSize` stands in the file.
 inline constexpr int kScriptDataSizePosition = 14;
 
-/// Reads or writes these fields of the script at the present position of file number 1.
+/// Reads or writes these fields of the script at the present position of file number 1. Throw the
+/// file fault if that is not open, or can't be written.
 void ReadHead(std::span<const HeadField> fields, ScriptModel& script);
 void WriteHead(std::span<const HeadField> fields, const ScriptModel& script);
 

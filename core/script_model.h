@@ -140,7 +140,10 @@ struct LevelRecord {
   Byte Tr5ListBCount;
 };
 
+/// Whether the bit of `flag` is set in `LevelFlags`.
 bool HasFlag(const LevelRecord& level, LevelFlag flag);
+
+/// Turns the bit of `flag` round.
 void FlipFlag(LevelRecord& level, LevelFlag flag);
 
 /// The open script. Head fields stand in their order in the file; strings of the file keep their

@@ -54,6 +54,7 @@ class FileNumbers {
   /// where it can be inlined.
   template <std::integral Raw>
   void ReadNumbers(int number, std::span<CheckedInteger<Raw>> values) {
+    static_assert(sizeof(CheckedInteger<Raw>) == sizeof(Raw));
     OpenFile& file = Readable(number);
     const std::size_t count = values.size_bytes();
     if (file.position + count > file.bytes.size()) {
@@ -61,6 +62,10 @@ class FileNumbers {
     }
     TakeNumbers(std::string_view(file.bytes).substr(file.position), values);
     file.position += count;
+  }
+  template <std::integral Raw>
+  void ReadInto(int number, CheckedInteger<Raw>& value) {
+    ReadNumbers(number, std::span(&value, 1));
   }
   /// `count` bytes, zeros for those behind the end.
   std::string ReadText(int number, std::int64_t count);
@@ -74,6 +79,7 @@ class FileNumbers {
 
   /// Position of the next read or write, from 0.
   std::int64_t Position(int number) const;
+  /// Throws the file fault for a negative one.
   void Seek(int number, std::int64_t position);
   std::int64_t Length(int number);
 

@@ -80,7 +80,7 @@ bool ReadLanguage(Language language, const std::string& path);
 /// language's own message and gives false.
 bool WriteLanguage(Language language, const std::string& path);
 
-/// Reads the file that `ReadLanguagesIn` has found, whatever comes of it.
+/// Reads the file that `ReadLanguagesIn` has found. What goes wrong is shown and then passed over.
 void ReadFoundLanguage(std::string_view fileName, const std::string& path);
 
 /// Writes every loaded language to its file in `folder`, in the order of a save. Ends with false at
@@ -91,6 +91,7 @@ bool WriteLoadedLanguages(const std::string& folder);
 void SetPrimaryLanguage(Language language);
 
 /// The first string of the pool that begins with `text`, letter case aside; -1 if none does.
+/// Throws the subscript fault for a pool of less than `NumStrings` places.
 int FindPoolString(std::string_view text);
 
 }  // namespace quillmark
