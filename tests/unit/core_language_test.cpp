@@ -1,6 +1,7 @@
 // The language files, byte by byte, and the table of the interface's texts.
 
 #include <filesystem>
+#include <tuple>
 
 #include "frame/interface_table.h"
 #include "platform/file_numbers.h"
@@ -94,13 +95,8 @@ TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
   TRScript.Levels.Redim(2);
   TRScript.Levels[1].NameString = 1;
   StringsMod.StringPool.Redim(2048);
-  struct Case {
-    const char* file;
-    Language language;
-    bool emptiesOffsets, namesFromPool;
-    int read, write;
-  };
-  for (const Case& c :
+  using Case = std::tuple<const char*, Language, bool, bool, int, int>;
+  for (const auto& [file, language, emptiesOffsets, namesFromPool, read, write] :
        std::initializer_list<Case>{{"ENGLISH.DAT", Language::ENGLISH, true, false, 1, 8},
                                    {"ITALIAN.DAT", Language::ITALIAN, true, false, 2, 9},
                                    {"GERMAN.DAT", Language::GERMAN, false, false, 3, 10},
@@ -108,24 +104,24 @@ TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
                                    {"SPANISH.DAT", Language::SPANISH, false, true, 5, 12},
                                    {"JAPAN.DAT", Language::JAPAN, false, true, 6, 13},
                                    {"FRENCH.DAT", Language::FRENCH, false, false, 7, 14}}) {
-    SCOPED_TRACE(c.file);
+    SCOPED_TRACE(file);
     Language found{};
-    EXPECT_TRUE(FindLanguage(c.file, found));
-    EXPECT_EQ(found, c.language);
-    LanguageSlot& slot = Slot(c.language);
-    EXPECT_FALSE(ReadLanguage(c.language, Path("folder")));
-    EXPECT_EQ(TakeTold(), "failed " + std::to_string(c.read));
-    EXPECT_FALSE(WriteLanguage(c.language, Path("folder")));
-    EXPECT_EQ(TakeTold(), "failed " + std::to_string(c.write));
+    EXPECT_TRUE(FindLanguage(file, found));
+    EXPECT_EQ(found, language);
+    LanguageSlot& slot = Slot(language);
+    EXPECT_FALSE(ReadLanguage(language, Path("folder")));
+    EXPECT_EQ(TakeTold(), "failed " + std::to_string(read));
+    EXPECT_FALSE(WriteLanguage(language, Path("folder")));
+    EXPECT_EQ(TakeTold(), "failed " + std::to_string(write));
     EXPECT_EQ(slot.Loaded, 0);
 
     slot.Offsets[7] = 5;
     slot.Primary = kOn;
-    EXPECT_TRUE(ReadLanguage(c.language, Path("a")));
+    EXPECT_TRUE(ReadLanguage(language, Path("a")));
     EXPECT_FALSE(Files.IsOpen(2));
-    EXPECT_EQ(slot.Offsets[7], c.emptiesOffsets ? 0 : 5);
+    EXPECT_EQ(slot.Offsets[7], emptiesOffsets ? 0 : 5);
     EXPECT_EQ(TakeTold(), "read " + a + "read " + b + "read " + Zeros(2) + "levels level " +
-                              (c.namesFromPool ? "" : b));
+                              (namesFromPool ? "" : b));
   }
   Language none{};
   EXPECT_FALSE(FindLanguage("DUTCH.DAT", none));
@@ -143,24 +139,21 @@ TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
 
 TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
   LanguageSlot& slot = Slot(Language::ENGLISH);
-  struct Case {
-    int counts[3];
-    bool loaded;
-    int total;
-  };
-  for (const Case& c : std::initializer_list<Case>{{{2049, 0, 0}, true, 2049},
-                                                   {{2000, 49, 1}, false, 2050},
-                                                   {{0, 0, 0}, true, 0},
-                                                   {{0, 0, -1}, false, -1},
-                                                   {{32767, 1, -1}, false, 0},
-                                                   {{32767, -32767, 2}, true, 2}}) {
+  using Case = std::tuple<int, int, int, bool, int>;
+  for (const auto& [count1, count2, count3, loaded, total] :
+       std::initializer_list<Case>{{2049, 0, 0, true, 2049},
+                                   {2000, 49, 1, false, 2050},
+                                   {0, 0, 0, true, 0},
+                                   {0, 0, -1, false, -1},
+                                   {32767, 1, -1, false, 0},
+                                   {32767, -32767, 2, true, 2}}) {
     slot = {};
-    MakeFile(Path("a"), Word(c.counts[0]) + Word(c.counts[1]) + Word(c.counts[2]) + Zeros(5000));
+    MakeFile(Path("a"), Word(count1) + Word(count2) + Word(count3) + Zeros(5000));
     ReadLanguage(Language::ENGLISH, Path("a"));
-    EXPECT_EQ(TakeTold(), c.loaded ? "" : "failed 1") << c.counts[0];
-    EXPECT_EQ(slot.Loaded, c.loaded ? -1 : 0);
-    EXPECT_EQ(slot.Total, c.total);
-    EXPECT_EQ(slot.Count3, c.counts[2]) << "the slot is as far as it got";
+    EXPECT_EQ(TakeTold(), loaded ? "" : "failed 1") << count1;
+    EXPECT_EQ(slot.Loaded, loaded ? -1 : 0);
+    EXPECT_EQ(slot.Total, total);
+    EXPECT_EQ(slot.Count3, count3) << "the slot is as far as it got";
     Files.CloseFiles();
   }
   EXPECT_EQ(slot.Strings[1].size(), 4991U);
@@ -180,22 +173,19 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
   slot.Total = 3;
   slot.Count1 = slot.Count2 = slot.Count3 = 1;
   slot.Strings.Redim(3);
-  struct Case {
-    std::size_t first, second, third;
-    int size;  ///< of the file that is left
-    bool written;
-  };
-  for (const Case& c :
+  // The third offset is 32768, then the second size.
+  using Case = std::tuple<std::size_t, std::size_t, std::size_t, std::size_t, bool>;
+  for (const auto& [first, second, third, size, written] :
        std::initializer_list<Case>{{32000, 767, 32767, 12 + 6 + 65534, true},
-                                   {32000, 768, 1, 12 + 4, false},  // the third offset is 32768
-                                   {1, 32768, 1, 6, false}}) {      // the second size is
-    slot.Strings.Set(0, std::string(c.first, 'x'));
-    slot.Strings.Set(1, std::string(c.second, 'x'));
-    slot.Strings.Set(2, std::string(c.third, 'x'));
+                                   {32000, 768, 1, 12 + 4, false},
+                                   {1, 32768, 1, 6, false}}) {
+    slot.Strings.Set(0, std::string(first, 'x'));
+    slot.Strings.Set(1, std::string(second, 'x'));
+    slot.Strings.Set(2, std::string(third, 'x'));
     fs::remove(Path("a"));
-    EXPECT_EQ(WriteLanguage(Language::ENGLISH, Path("a")), c.written);
-    EXPECT_EQ(TakeTold(), c.written ? "" : "failed 8");
-    EXPECT_EQ(Bytes(Path("a")).size(), static_cast<std::size_t>(c.size));
+    EXPECT_EQ(WriteLanguage(Language::ENGLISH, Path("a")), written);
+    EXPECT_EQ(TakeTold(), written ? "" : "failed 8");
+    EXPECT_EQ(Bytes(Path("a")).size(), size) << "of the file that is left";
     EXPECT_FALSE(Files.IsOpen(1));
   }
   slot = {};
@@ -235,13 +225,8 @@ TEST_F(CoreTest, FindsStringsWhateverTheirLetterCase) {
 
 TEST_F(CoreTest, ReadsTheInterfaceTable) {
   const std::string magic = Hex("cd00cdcd");
-  struct Case {
-    std::string bytes;
-    std::string outcome;
-    int last;
-    const char* text;
-  };
-  for (const Case& c : std::initializer_list<Case>{
+  using Case = std::tuple<std::string, std::string, int, const char*>;
+  for (const auto& [bytes, outcome, last, text] : std::initializer_list<Case>{
            {magic + std::string("one\0\0two\0three", 14), "true", 3, "three"},
            {magic + Zeros(4096) + std::string("end\0", 4), "true", 4096, "end"},
            {magic + Zeros(4097) + "x", "subscript fault", 4096, ""},
@@ -249,9 +234,9 @@ TEST_F(CoreTest, ReadsTheInterfaceTable) {
            {Hex("cd00cdcc") + "x", "false", 0, ""},
            {"", "false", 0, ""}}) {
     InterfaceTable = {};
-    MakeFile(Path("language.bin"), c.bytes);
-    EXPECT_EQ(Outcome(ReadInterfaceTable), c.outcome);
-    EXPECT_EQ(InterfaceTable[c.last], c.text);
+    MakeFile(Path("language.bin"), bytes);
+    EXPECT_EQ(Outcome(ReadInterfaceTable), outcome);
+    EXPECT_EQ(InterfaceTable[last], text);
     Files.CloseAll();
   }
   InterfaceTable[0] = "kept ";

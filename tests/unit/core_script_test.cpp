@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <set>
+#include <tuple>
 
 #include "core/script_dat.h"
 #include "platform/file_numbers.h"
@@ -89,14 +90,10 @@ TEST_F(CoreScriptTest, GivesADefinedResultForEveryTruncation) {
 
 TEST_F(CoreScriptTest, RefusesAndFaultsByTheHeadAndTheOffsets) {
   const std::string good = ScriptBytes({kClose, kClose});
-  struct Case {
-    std::size_t offset;
-    const char* bytes;
-    const char* outcome;
-  };
-  const std::size_t names = 56;
-  const std::size_t levels = names + 2 + 3;
-  for (const Case& c : std::initializer_list<Case>{
+  const int names = 56;
+  const int levels = names + 2 + 3;
+  using Case = std::tuple<int, const char*, std::string>;
+  for (const auto& [offset, patch, outcome] : std::initializer_list<Case>{
            {0, "00", "true"},
            {2, "0100", "false"},
            {names, "0080", "overflow fault"},       // 3 - -32768
@@ -110,15 +107,12 @@ TEST_F(CoreScriptTest, RefusesAndFaultsByTheHeadAndTheOffsets) {
            {levels + 2, "ffff", "true"},            // -1 - 1: nothing is read
            {levels + 2, "0000", "true"}}) {
     std::string bytes = good;
-    const std::string patch = Hex(c.bytes);
-    bytes.replace(c.offset, patch.size(), patch);
-    MakeFile(Path("one"), bytes);
+    MakeFile(Path("one"),
+             bytes.replace(static_cast<std::size_t>(offset), Hex(patch).size(), Hex(patch)));
     TRScript = {};
-    EXPECT_EQ(Loading(Path("one"), kTr5), c.outcome) << c.offset << " " << c.bytes;
-    EXPECT_EQ(Files.IsOpen(1), std::string_view(c.outcome) != "true");
-    if (std::string_view(c.outcome) == "false") {
-      EXPECT_EQ(TRScript.NumLevels, 0);
-    }
+    EXPECT_EQ(Loading(Path("one"), kTr5), outcome) << offset << " " << patch;
+    EXPECT_EQ(Files.IsOpen(1), outcome != "true");
+    EXPECT_EQ(TRScript.NumLevels, outcome == "false" ? 0 : 2);
   }
   EXPECT_EQ(Loading(Path(""), kTr5), "file fault") << "a folder";
 }
@@ -142,7 +136,7 @@ TEST_F(CoreScriptTest, KeepsWhatALoadBeforeHasLeft) {
 
 TEST_F(CoreScriptTest, EndsALanguageNameThatTheFileDoesNotEnd) {
   const std::string whole = ScriptBytes({kClose});
-  MakeFile(Path("one"), whole.substr(0, whole.size() - 1 - 2 * 6));
+  MakeFile(Path("one"), whole.substr(0, whole.size() - 13));
   ASSERT_TRUE(Load(Path("one"), kTr5));
   for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(TRScript.LanguageNames[i], std::string(i < 2 ? "X" : "") + Zeros(1));
@@ -178,31 +172,28 @@ TEST_F(CoreScriptTest, WritesAnOffsetEvenWithoutAFileName) {
 }
 
 TEST_F(CoreScriptTest, RebuildsTheGroupsFromTheFlatList) {
-  struct Case {
-    int count, kind;
-    const char* outcome;
-    int keys;
-  };
-  for (const Case& c : std::initializer_list<Case>{{0, 0, "true", 0},
-                                                   {13, 1, "true", 13},
-                                                   {145, 7, "true", 0},  // no kind: passed over
-                                                   {4, 6, "true", 0},
-                                                   {14, 0, "subscript fault", 0},
-                                                   {14, 5, "subscript fault", 0},
-                                                   {5, 6, "subscript fault", 0},
-                                                   {146, 7, "subscript fault", 0}}) {
+  using Case = std::tuple<int, int, bool>;
+  for (const auto& [count, kind, fits] : std::initializer_list<Case>{{0, 0, true},
+                                                                     {13, 1, true},
+                                                                     {4, 6, true},
+                                                                     {145, 7, true},
+                                                                     {14, 0, false},
+                                                                     {14, 5, false},
+                                                                     {5, 6, false},
+                                                                     {146, 7, false}}) {
+    SCOPED_TRACE(testing::Message() << count << " of kind " << kind);
     ASSERT_TRUE(LoadStreams(kTr5, {kClose, "\x92" + Zeros(14) + kClose}));
     const std::string before = Bytes(Path("one"));
     LevelRecord& level = TRScript.Levels[1];
-    level.ObjectCount = c.count;
-    for (int i = 0; i < std::min(c.count, 145); ++i) {
-      level.Objects[i].Kind = c.kind;
+    level.ObjectCount = count;
+    for (int i = 0; i < std::min(count, 145); ++i) {
+      level.Objects[i].Kind = kind;
       level.Objects[i].Id = i % 8 + 1;
     }
-    EXPECT_EQ(Saving(Path("one")), c.outcome) << c.count << " of kind " << c.kind;
-    EXPECT_EQ(level.KeyCount, c.keys);
-    EXPECT_EQ(level.Keys[12].Id, c.keys == 13 ? 5 : 0);
-    EXPECT_EQ(Bytes(Path("one")) == before, std::string_view(c.outcome) != "true");
+    EXPECT_EQ(Saving(Path("one")), fits ? "true" : "subscript fault");
+    EXPECT_EQ(level.KeyCount, kind == 1 ? 13 : 0) << "what is of no kind is passed over";
+    EXPECT_EQ(level.Keys[12].Id, kind == 1 ? 5 : 0);
+    EXPECT_EQ(Bytes(Path("one")) == before, !fits);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <tuple>
 
 #include "core/level_stream.h"
 #include "core/object_groups.h"
@@ -120,10 +121,7 @@ TEST_F(CoreStreamTest, FaultsWhereAListIsFullWithNothingStored) {
 }
 
 TEST_F(CoreStreamTest, ReadsMipsByTheirHexadecimalText) {
-  struct Case {
-    const char* operand;
-    int low, high;
-  };
+  using Case = std::tuple<const char*, int, int>;
   for (const auto& [operand, low, high] : std::initializer_list<Case>{
            {"00", 1, 0}, {"05", 6, 5}, {"0c", 13, 0}, {"1f", 16, 1}, {"b7", 8, 0}, {"99", 10, 9}}) {
     const LevelRecord& level = Parse(kTr4, Hex("90 77 90") + Hex(operand) + kClose);
@@ -200,19 +198,16 @@ TEST_F(CoreStreamTest, WritesEntriesWithoutAnOpcodeAsBareOperands) {
   LevelRecord& level = Parse(kTr5, "\x92" + kObject + "\xc1" + kObject + Hex("85 07") + kClose);
   level.KeyCombos[0].Id = 1;
   level.KeyComboCount = 1;
-  struct Case {
-    int key, combo, comboNumber, cut;
-    std::string stream;
-  };
-  for (const Case& c : std::initializer_list<Case>{
+  using Case = std::tuple<int, int, int, int, std::string>;
+  for (const auto& [key, combo, comboNumber, cut, stream] : std::initializer_list<Case>{
            {8, 4, 2, 4, "\x99" + kObject + "\xc8" + kObject + Hex("88 07") + kClose},
            {9, 5, 1, 5, kObject + kObject + Hex("07") + kClose},
            {0, 1, 3, 0, kObject + kObject + Hex("07") + kClose}}) {
-    level.Keys[0].Id = c.key;
-    level.PuzzleCombos[0].Id = c.combo;
-    level.PuzzleCombos[0].Combo = c.comboNumber;
-    level.Cuts[0].Type = c.cut;
-    EXPECT_EQ(Build(kTr5, 1), c.stream) << c.key;
+    level.Keys[0].Id = key;
+    level.PuzzleCombos[0].Id = combo;
+    level.PuzzleCombos[0].Combo = comboNumber;
+    level.Cuts[0].Type = cut;
+    EXPECT_EQ(Build(kTr5, 1), stream) << key;
   }
 }
 

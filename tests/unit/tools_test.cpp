@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <tuple>
 
 #include "tools/json_text.h"
 #include "unit/core_fixture.h"
@@ -34,12 +35,8 @@ TEST_F(ToolsTest, ListingEndsWithItsStatus) {
   MakeFile(Path("open"), ScriptBytes({Hex("82 0000 00 00 00")}));
   fs::create_directories(Path("blocked/GERMAN.DAT"));
   MakeFile(Path("blocked/SCRIPT.DAT"), "");
-  struct Case {
-    std::string arguments;
-    int status;
-    const char* error;
-  };
-  for (const Case& c : std::initializer_list<Case>{
+  using Case = std::tuple<std::string, int, const char*>;
+  for (const auto& [arguments, status, error] : std::initializer_list<Case>{
            {"list tr4 " + script, 0, ""},
            {"resave tr4 " + script + " " + Path("target"), 0, ""},
            {"list tr5 " + Path("refused"), 1, "refused: "},
@@ -53,9 +50,9 @@ TEST_F(ToolsTest, ListingEndsWithItsStatus) {
            {"list tr4", 64, "usage"},
            {"resave tr4 " + script, 64, "usage"},
            {"list tr4 " + script + " " + script, 64, "usage"}}) {
-    EXPECT_EQ(Listing(c.arguments), c.status) << c.arguments;
-    EXPECT_TRUE(Bytes(Path("err")).starts_with(c.error)) << c.arguments;
-    EXPECT_EQ(Bytes(Path("out")).empty(), c.status != 0 || c.arguments.starts_with("resave"));
+    EXPECT_EQ(Listing(arguments), status) << arguments;
+    EXPECT_TRUE(Bytes(Path("err")).starts_with(error)) << arguments;
+    EXPECT_EQ(Bytes(Path("out")).empty(), status != 0 || arguments.starts_with("resave"));
   }
   EXPECT_FALSE(fs::exists(Path("none")));
   EXPECT_EQ(Bytes(Path("target")), Bytes(script));
