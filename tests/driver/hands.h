@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "driver/driver_text.h"
 #include "platform/controls.h"
 #include "platform/form.h"
+#include "support/text.h"
 
 namespace quillmark {
 

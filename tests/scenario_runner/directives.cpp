@@ -4,9 +4,8 @@
 #include <map>
 #include <sstream>
 
-#include "driver/driver_text.h"
 #include "scenario_runner/expectation.h"
-#include "support/bytes.h"
+#include "support/text.h"
 
 namespace quillmark {
 

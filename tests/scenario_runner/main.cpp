@@ -9,11 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "driver/driver_text.h"
 #include "scenario_runner/directives.h"
 #include "scenario_runner/driver_process.h"
 #include "scenario_runner/expectation.h"
-#include "support/bytes.h"
+#include "support/text.h"
 
 namespace quillmark {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "core/script_model.h"
-#include "support/bytes.h"
+#include "support/text.h"
 
 namespace quillmark {
 
