@@ -145,9 +145,10 @@ void SumSizes(LanguageSlot& slot) {
   for (const auto size : kSizes) slot.*size = 0;
   int next = 0;
   for (std::size_t group = 0; group < kCounts.size(); ++group) {
+    Int16& size = slot.*kSizes[group];
     const std::size_t start = slot.Strings.First(next).size();
     const int end = next + slot.*kCounts[group];
-    while (next < end) slot.*kSizes[group] = slot.Strings.First(++next).size() - start;
+    while (next < end) size = slot.Strings.First(++next).size() - start;
   }
 }
 

@@ -72,7 +72,7 @@ class TextArray {
   [[noreturn]] static void ThrowTooManyZeros();
   void Clear(std::string block);
   std::string_view Block(std::size_t from, std::size_t to) const {
-    return std::string_view(block_).substr(from, to - from);
+    return {block_.data() + from, to - from};
   }
   /// Where the text of that place begins, and the one in front of it ends.
   std::size_t StartOf(std::size_t place) const {
