@@ -13,9 +13,7 @@ namespace quillmark {
 
 namespace fs = std::filesystem;
 
-fs::path FormOfSystem(std::string_view path) {
-  return fs::path(std::u8string(path.begin(), path.end()));
-}
+fs::path FormOfSystem(std::string_view path) { return path; }
 
 fs::path NameOnDisk(const fs::path& path) {
   if (IsThere(path)) return path.filename();
