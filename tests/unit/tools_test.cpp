@@ -85,7 +85,8 @@ TEST_F(ToolsTest, ListingTellsTheSampleAndChangesNoFile) {
   const std::string script = CopySample("tr4");
   const std::string italian = Bytes(Path("tr4/ITALIAN.DAT"));
   EXPECT_EQ(Listing("list tr4 " + script), 0);
-  for (const char c : Bytes(Path("out"))) ASSERT_TRUE((c >= ' ' && c < 0x7f) || c == '\n');
+  for (const char c : Bytes(Path("out")))
+    ASSERT_TRUE((c >= ' ' && c < 0x7f) || c == '\n' || c == '\r');
   const Json listing = Listed();
   std::string level = JsonLine(listing["Levels"][2]);
   std::erase(level, '"');
