@@ -287,13 +287,17 @@ void NewSteps() {
   DisableCutDeleteIfNoCuts();
 }
 
+void SaveFailed() {
+  ShowErrorEntry(kSaveFailedEntry);
+  // What was on its way to the disk is lost; the next save must not be lost with it.
+  Files.AbandonFiles();
+}
+
 }  // namespace
 
 void New() { UnlessCancelled(NewSteps); }
 
-void SaveScriptProc() {
-  RunCommand(SaveSteps, [] { ShowErrorEntry(kSaveFailedEntry); });
-}
+void SaveScriptProc() { RunCommand(SaveSteps, SaveFailed); }
 
 void ShowAbout() {
   TheDesktop().Ask({BoxIcon::Information,

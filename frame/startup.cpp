@@ -96,7 +96,7 @@ void AttachAll() {
 
 void StartProcess() {
   AttachAll();
-  TheDesktop().RunAct("The start of the program", [] { Form1.Show(); });
+  TheDesktop().RunAct("Start the program", [] { Form1.Show(); });
 }
 
 const std::vector<PublicOperation>& PublicOperations() {

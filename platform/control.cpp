@@ -100,7 +100,9 @@ void Control::Restart() {
 }
 
 bool Control::HandleKey(Key key) {
-  const auto press = [](Button* button) { return button != nullptr && button->Press(); };
+  const auto press = [](Button* button) {
+    return button != nullptr && button->PressFromElsewhere();
+  };
   // Where arrows mean nothing else they move the focus.
   const auto stepByArrow = [this](int direction) {
     const bool steps = kind_ == ControlKind::Button || kind_ == ControlKind::CheckBox;

@@ -30,6 +30,12 @@ bool Button::Press() {
   });
 }
 
+bool Button::PressFromElsewhere() {
+  return Act([this] {
+    if (onPress) onPress();
+  });
+}
+
 bool Button::HandleKey(Key key) {
   if (key.code == KeyCode::Enter) return Press();
   return Control::HandleKey(key);

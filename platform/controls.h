@@ -44,6 +44,8 @@ class Button : public Control {
 
   /// A person presses it. False if it can't be reached.
   bool Press();
+  /// The same by Enter or Escape in another control, which keeps the focus.
+  bool PressFromElsewhere();
   bool HandleKey(Key key) override;
 };
 

@@ -38,6 +38,8 @@ void Binding::NoteFocus() const {
 
 bool Binding::KeyPressed(const QKeyEvent& event) {
   if (!control_.TakesFocus() || !IsForTheLogic(event)) return false;
+  // As the toolkit does for keys that it handles itself: from here on the focus is drawn.
+  widget_.window()->setAttribute(Qt::WA_KeyboardFocusChange);
   bool used = false;
   control_.KeyDown(KeyOf(event), used);
   return used || !control_.Reachable();

@@ -40,6 +40,12 @@ Qt::WindowFlags FlagsOf(const Form& form) {
   return Qt::Window | frame | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint;
 }
 
+/// The name that the widget of `control` has in the form's drawing.
+QString WidgetName(const Control& control) {
+  const QString name = QString::fromStdString(control.Name());
+  return control.Index() < 0 ? name : name + QLatin1Char('_') + QString::number(control.Index());
+}
+
 /// A caption without mnemonic marks and without the colon that leads to a box.
 QString Spoken(QString text) {
   text.remove(QLatin1Char('&'));
@@ -60,11 +66,6 @@ bool LooksLikeControl(const QWidget& widget) {
 }
 
 }  // namespace
-
-QString WidgetName(const Control& control) {
-  const QString name = QString::fromStdString(control.Name());
-  return control.Index() < 0 ? name : name + QLatin1Char('_') + QString::number(control.Index());
-}
 
 FormWindow::FormWindow(Form& form)
     : QWidget(nullptr, FlagsOf(form)), form_(form), content_(new QWidget), area_(new QScrollArea) {
@@ -133,6 +134,7 @@ QSize FormWindow::AtLeastNeeded(QSize size) const {
 
 void FormWindow::Open(QWidget* owner) {
   setWindowModality(form_.Modal() ? Qt::ApplicationModal : Qt::NonModal);
+  if (form_.Modal()) RaiseAboveTopmost(*this);
   winId();
   QWindow* above = owner == nullptr ? nullptr : owner->windowHandle();
   windowHandle()->setTransientParent(form_.Modal() || !form_.StartState().sizable ? above
@@ -322,6 +324,13 @@ void FormWindow::FollowFrame() {
     refused_ = dragged;
     sinceRefused_.start();
   }
+}
+
+void RaiseAboveTopmost(QWidget& window) {
+  const auto& shown = TheDesktop().ShownForms();
+  const bool hidden =
+      std::any_of(shown.begin(), shown.end(), [](const Form* form) { return form->Topmost(); });
+  if (hidden) window.setWindowFlag(Qt::WindowStaysOnTopHint);
 }
 
 }  // namespace quillmark

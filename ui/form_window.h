@@ -22,7 +22,6 @@ class FormWindow : public QWidget {
   explicit FormWindow(Form& form);
   ~FormWindow() override;
 
-  Form& TheForm() const { return form_; }
   /// The widget of `control`; null for menus and for a control that the drawing lacks.
   QWidget* WidgetOf(const Control& control) const;
   /// The size that the form starts with: as designed, and more if the drawing needs it, as far as
@@ -74,7 +73,8 @@ class FormWindow : public QWidget {
   QElapsedTimer sinceRefused_;
 };
 
-/// The name that the widget of `control` has in the form's drawing.
-QString WidgetName(const Control& control);
+/// Gives `window`, which is not on the screen yet and which all others have to wait for, a place
+/// above the forms that stay on top: they would hide what it asks.
+void RaiseAboveTopmost(QWidget& window);
 
 }  // namespace quillmark

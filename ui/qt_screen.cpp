@@ -6,6 +6,8 @@
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -22,8 +24,13 @@
 namespace quillmark {
 namespace {
 
-/// Room for icon and buttons of a title bar, so that it can show the title of a narrow box whole.
-constexpr int kTitleButtonsWidth = 140;
+/// The width that a title bar needs to show the title of `box` whole, beside icon and buttons.
+int WidthOfTitle(const QWidget& box) {
+  constexpr int buttons = 140;
+  QFont font = box.font();
+  font.setBold(true);
+  return buttons + QFontMetrics(font).horizontalAdvance(box.windowTitle());
+}
 
 QMessageBox::Icon IconOf(BoxIcon icon) {
   switch (icon) {
@@ -96,6 +103,12 @@ BoxButton QtScreen::AskMessage(const MessageBox& box) {
     answers[pressed] = button;
     if (button == ofFrame) shown.setEscapeButton(pressed);
   }
+  // A message box sizes itself; its grid can be given the width that its title needs.
+  if (auto* const grid = qobject_cast<QGridLayout*>(shown.layout())) {
+    grid->addItem(new QSpacerItem(WidthOfTitle(shown), 0), grid->rowCount(), 0, 1,
+                  grid->columnCount());
+  }
+  RaiseAboveTopmost(shown);
   shown.setWindowModality(Qt::ApplicationModal);
   shown.show();
   WaitFor(shown, [&] { return !shown.isVisible(); });
@@ -108,8 +121,8 @@ std::optional<std::string> QtScreen::AskText(const InputBox& box) {
   shown.setWindowTitle(FromAnsi(box.title));
   shown.setLabelText(FromAnsi(box.prompt));
   shown.setTextValue(FromAnsi(box.text));
-  shown.setMinimumWidth(kTitleButtonsWidth +
-                        shown.fontMetrics().horizontalAdvance(shown.windowTitle()));
+  shown.setMinimumWidth(WidthOfTitle(shown));
+  RaiseAboveTopmost(shown);
   shown.setWindowModality(Qt::ApplicationModal);
   shown.show();
   WaitFor(shown, [&] { return !shown.isVisible(); });
