@@ -26,6 +26,7 @@ class StreamFile {
   /// Closes the file; throws the file fault if it can't be written.
   void Close();
   /// Opens the closed file again and gives what it holds, the tail of an older file included.
+  /// Throws the file fault if it can't be opened.
   const std::string& Reopen();
 
  private:

@@ -76,9 +76,10 @@ void Change() {
     ShowErrorEntry(kNoRowEntry);
     return;
   }
-  std::string& name = TRScript.FileNames[row];
   const std::string answer =
-      TheDesktop().AskText({"Inserire nome:", "Aggiungi nome file", name}).value_or("");
+      TheDesktop()
+          .AskText({"Inserire nome:", "Aggiungi nome file", TRScript.FileNames[row]})
+          .value_or("");
   if (answer.empty()) return;
   if (UpperCased(answer) == kFolder) {
     RefuseName("");
@@ -88,7 +89,7 @@ void Change() {
     RefuseName("\n\nDevi usare il seguente formato: DATA\\<nome file>");
     return;
   }
-  name = answer + '\0';
+  TRScript.FileNames[row] = answer + '\0';
   Refill({&frmEditor.cmbFN, &frmEditor.lstFileNames});
 }
 

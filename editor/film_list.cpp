@@ -24,8 +24,7 @@ void ShowCut(const CutEntry& cut) {
 }
 
 void Add() {
-  LevelRecord& level = SelectedLevel();
-  if (level.CutCount == kMostCuts) {
+  if (SelectedLevel().CutCount == kMostCuts) {
     ShowErrorEntry(kFullEntry);
     return;
   }
@@ -40,6 +39,7 @@ void Add() {
     ShowErrorEntry(kTooHighEntry);
     return;
   }
+  LevelRecord& level = SelectedLevel();
   CutEntry& cut = level.Cuts[level.CutCount];
   cut.Type = frmEditor.lstCuts.Count() + 1;
   cut.Value = number;

@@ -42,7 +42,9 @@ class FileNumbers {
   void Close(int number);
   /// Closes the numbers 1 to 5 and 7 to 10. Number 6 belongs to the log.
   void CloseFiles();
-  /// The same for an act that was broken off: what can't be written any more is given up.
+  /// Closes one number; what can't be written any more is given up.
+  void Abandon(int number) noexcept;
+  /// `CloseFiles` for an act that was broken off: what can't be written any more is given up.
   void AbandonFiles() noexcept;
   /// Abandons all ten, at the end of the process.
   void CloseAll() noexcept;
@@ -83,7 +85,7 @@ class FileNumbers {
   void Seek(int number, std::int64_t position);
   std::int64_t Length(int number);
 
-  /// Cuts the file down to nothing, and stands at its start. Fails as `MakeBinary` does.
+  /// Cuts the file down to nothing, and stands at its start. Fails as `MakeBinary` and `Close` do.
   void Empty(int number);
 
   /// Puts on disk what was written so far.
@@ -145,7 +147,6 @@ class FileNumbers {
   template <class Number>
   void WriteNumber(int number, Number value);
   static void WriteOut(OpenFile& file);
-  void Abandon(int number) noexcept;
 
   FixedArray<OpenFile, 11> slots_;
 };

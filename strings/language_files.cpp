@@ -78,7 +78,7 @@ bool ShowingFaults(int number, int entry, Work work) {
   try {
     return work();
   } catch (const Fault&) {
-    Files.Close(number);
+    Files.Abandon(number);
     Fail(entry);
     return false;
   }

@@ -63,6 +63,7 @@ struct StringListeners {
   /// is shown as an error box.
   std::function<void(int entry)> failed;
 };
+/// Names who is told from now on.
 void SetStringListeners(StringListeners listeners);
 
 /// Sizes the offset arrays of all slots, once at start.

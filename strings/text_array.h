@@ -30,9 +30,10 @@ class TextArray {
   }
 
   /// Empties every text, then cuts the first `count` of them off the front of `block`, one after
-  /// the other: text i takes `lengthOf(i)` bytes. Zeros stand behind the block's end; throws the
-  /// overflow fault for a text that takes more than `kMostZeros` of them. A fault leaves the texts
-  /// in front of the one that it met.
+  /// the other: text i takes `lengthOf(i)` bytes, at least 0. Zeros stand behind the block's end;
+  /// throws the overflow fault for a text that takes more than `kMostZeros` of them, and the
+  /// subscript fault for more texts than places. A fault leaves the texts in front of the one that
+  /// it met.
   template <class LengthOf>
   void Cut(std::string block, int count, LengthOf lengthOf) {
     Clear(std::move(block));

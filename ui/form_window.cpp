@@ -134,7 +134,6 @@ QSize FormWindow::AtLeastNeeded(QSize size) const {
 
 void FormWindow::Open(QWidget* owner) {
   setWindowModality(form_.Modal() ? Qt::ApplicationModal : Qt::NonModal);
-  if (form_.Modal()) RaiseAboveTopmost(*this);
   winId();
   QWindow* above = owner == nullptr ? nullptr : owner->windowHandle();
   windowHandle()->setTransientParent(form_.Modal() || !form_.StartState().sizable ? above
@@ -143,6 +142,7 @@ void FormWindow::Open(QWidget* owner) {
   PlaceAbove(owner);
   FollowForm();
   show();
+  if (form_.Modal()) RaiseAboveTopmost(*this);
   activateWindow();
 }
 
@@ -328,9 +328,9 @@ void FormWindow::FollowFrame() {
 
 void RaiseAboveTopmost(QWidget& window) {
   const auto& shown = TheDesktop().ShownForms();
-  const bool hidden =
+  const bool hides =
       std::any_of(shown.begin(), shown.end(), [](const Form* form) { return form->Topmost(); });
-  if (hidden) window.setWindowFlag(Qt::WindowStaysOnTopHint);
+  window.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, hides);
 }
 
 }  // namespace quillmark

@@ -73,8 +73,8 @@ class FormWindow : public QWidget {
   QElapsedTimer sinceRefused_;
 };
 
-/// Gives `window`, which is not on the screen yet and which all others have to wait for, a place
-/// above the forms that stay on top: they would hide what it asks.
+/// Gives `window`, which is on the screen and which all others have to wait for, a place above the
+/// forms that stay on top: they would hide what it asks.
 void RaiseAboveTopmost(QWidget& window);
 
 }  // namespace quillmark

@@ -108,9 +108,9 @@ BoxButton QtScreen::AskMessage(const MessageBox& box) {
     grid->addItem(new QSpacerItem(WidthOfTitle(shown), 0), grid->rowCount(), 0, 1,
                   grid->columnCount());
   }
-  RaiseAboveTopmost(shown);
   shown.setWindowModality(Qt::ApplicationModal);
   shown.show();
+  RaiseAboveTopmost(shown);
   WaitFor(shown, [&] { return !shown.isVisible(); });
   const auto answer = answers.find(shown.clickedButton());
   return answer == answers.end() ? ofFrame : answer->second;
@@ -122,9 +122,9 @@ std::optional<std::string> QtScreen::AskText(const InputBox& box) {
   shown.setLabelText(FromAnsi(box.prompt));
   shown.setTextValue(FromAnsi(box.text));
   shown.setMinimumWidth(WidthOfTitle(shown));
-  RaiseAboveTopmost(shown);
   shown.setWindowModality(Qt::ApplicationModal);
   shown.show();
+  RaiseAboveTopmost(shown);
   WaitFor(shown, [&] { return !shown.isVisible(); });
   if (shown.result() != QDialog::Accepted) return std::nullopt;
   return ToAnsi(shown.textValue());
