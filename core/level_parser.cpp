@@ -9,19 +9,9 @@ namespace {
 
 constexpr int kScriptFile = 1;
 
-template <class Number>
-void Read(Number& value) {
-  Files.ReadInto(kScriptFile, value);
-}
-
-template <class Type, std::size_t Count>
-void Read(FixedArray<Type, Count>& values) {
-  Files.ReadNumbers(kScriptFile, values.First(Count));
-}
-
 void ReadOperands(LevelRecord& level, const std::vector<Operand>& operands) {
   for (const Operand& operand : operands) {
-    std::visit([&](auto member) { Read(level.*member); }, operand.field);
+    std::visit([&](auto member) { Files.ReadInto(kScriptFile, level.*member); }, operand.field);
   }
 }
 
@@ -42,8 +32,8 @@ void ReadContent(LevelRecord& level, const Objects& objects, int place) {
     } else {
       entry.Id = place + 1;
     }
-    Read(entry.StringId);
-    Read(entry.Params);
+    Files.ReadInto(kScriptFile, entry.StringId);
+    Files.ReadInto(kScriptFile, entry.Params);
     ++count;
   });
 }
@@ -51,12 +41,12 @@ void ReadContent(LevelRecord& level, const Objects& objects, int place) {
 void ReadContent(LevelRecord& level, const CutList&, int place) {
   CutEntry& entry = level.Cuts[level.CutCount];
   entry.Type = place + 1;
-  Read(entry.Value);
+  Files.ReadInto(kScriptFile, entry.Value);
   ++level.CutCount;
 }
 
 void ReadContent(LevelRecord& level, const WordList& list, int) {
-  Read((level.*list.words)[level.*list.count]);
+  Files.ReadInto(kScriptFile, (level.*list.words)[level.*list.count]);
   ++(level.*list.count);
 }
 

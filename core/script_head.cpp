@@ -31,13 +31,6 @@ constexpr std::array<HeadField, 10> kSizesAndExtensions{{{&ScriptModel::FileName
                                                          {&ScriptModel::ExtReserved, false}}};
 
 template <class Number>
-void Read(Number& value) {
-  Files.ReadInto(kScriptFile, value);
-}
-
-void Read(std::string& text) { text = Files.ReadText(kScriptFile, kExtensionLength); }
-
-template <class Number>
 void Append(std::string& bytes, Number value, bool written) {
   AppendNumber(bytes, written ? value : Number{});
 }
@@ -60,8 +53,10 @@ void ReadHead(std::span<const HeadField> fields, ScriptModel& script) {
         [&](auto member) {
           if constexpr (std::is_same_v<decltype(member), std::monostate>) {
             Files.ReadByte(kScriptFile);
+          } else if constexpr (std::is_same_v<decltype(member), std::string ScriptModel::*>) {
+            script.*member = Files.ReadText(kScriptFile, kExtensionLength);
           } else {
-            Read(script.*member);
+            Files.ReadInto(kScriptFile, script.*member);
           }
         },
         field.member);

@@ -29,7 +29,8 @@ std::int64_t NumberAtStart(std::string_view text) {
   const auto result =
       std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
   if (result.ec == std::errc::result_out_of_range) {
-    value = std::numeric_limits<double>::max();
+    const bool tooGreat = text.find_first_of("123456789") < text.find('.');
+    value = tooGreat ? std::numeric_limits<double>::max() : 0;
   }
   const std::int64_t whole = RoundedNumber(value);
   return negative ? -whole : whole;

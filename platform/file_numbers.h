@@ -69,6 +69,10 @@ class FileNumbers {
   void ReadInto(int number, CheckedInteger<Raw>& value) {
     ReadNumbers(number, std::span(&value, 1));
   }
+  template <class Number, std::size_t Count>
+  void ReadInto(int number, FixedArray<Number, Count>& values) {
+    ReadNumbers(number, values.First(Count));
+  }
   /// `count` bytes, zeros for those behind the end.
   std::string ReadText(int number, std::int64_t count);
   /// True once a read has met the end of a binary file; of a text file, when nothing is left.
@@ -141,7 +145,7 @@ class FileNumbers {
   template <class Number>
   Number ReadNumber(int number) {
     Number value;
-    ReadNumbers(number, std::span(&value, 1));
+    ReadInto(number, value);
     return value;
   }
   template <class Number>
