@@ -25,12 +25,12 @@
 
 #include "bench/largest_script.h"
 #include "bench/temporary_folder.h"
-#include "editor/editor_form.h"
-#include "frame/dialog_forms.h"
+#include "controls/desktop.h"
+#include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
+#include "forms/string_forms.h"
 #include "frame/startup.h"
-#include "platform/desktop.h"
 #include "strings/language_files.h"
-#include "strings/string_forms.h"
 #include "ui/ansi_text.h"
 #include "ui/qt_screen.h"
 

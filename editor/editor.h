@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/script_model.h"
-#include "editor/editor_form.h"
+#include "forms/editor_controls.h"
 
 namespace quillmark {
 

@@ -2,9 +2,9 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/desktop.h"
 #include "editor/editor.h"
 #include "frame/interface_table.h"
-#include "platform/desktop.h"
 #include "platform/fault.h"
 #include "platform/files.h"
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "controls/desktop.h"
 #include "editor/editor.h"
 #include "editor/numbers.h"
-#include "platform/desktop.h"
 #include "platform/fault.h"
 
 namespace quillmark {

@@ -1,10 +1,10 @@
 #include <array>
 #include <string>
 
+#include "controls/desktop.h"
 #include "editor/editor.h"
 #include "editor/numbers.h"
 #include "frame/interface_table.h"
-#include "platform/desktop.h"
 #include "platform/fault.h"
 #include "platform/log.h"
 #include "strings/language_files.h"

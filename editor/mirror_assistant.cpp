@@ -1,10 +1,10 @@
 #include <limits>
 #include <string>
 
+#include "controls/desktop.h"
 #include "editor/editor.h"
 #include "editor/numbers.h"
 #include "frame/interface_table.h"
-#include "platform/desktop.h"
 #include "platform/number_text.h"
 
 namespace quillmark {

@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
+#include "controls/desktop.h"
 #include "editor/editor.h"
 #include "editor/numbers.h"
 #include "frame/interface_table.h"
-#include "platform/desktop.h"
 #include "platform/fault.h"
 #include "strings/language_files.h"
 

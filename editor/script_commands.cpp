@@ -3,20 +3,20 @@
 #include <string>
 #include <string_view>
 
+#include "controls/desktop.h"
 #include "core/level_stream.h"
 #include "core/script_dat.h"
 #include "editor/editor.h"
 #include "editor/numbers.h"
-#include "frame/dialog_forms.h"
+#include "forms/dialog_forms.h"
+#include "forms/string_forms.h"
 #include "frame/interface_table.h"
 #include "platform/ansi.h"
-#include "platform/desktop.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/version.h"
 #include "strings/language_files.h"
-#include "strings/string_forms.h"
 
 namespace quillmark {
 namespace {

@@ -2,12 +2,12 @@
 
 #include <vector>
 
-#include "editor/editor_form.h"
-#include "frame/dialog_forms.h"
+#include "controls/desktop.h"
+#include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
+#include "forms/string_forms.h"
 #include "frame/interface_table.h"
-#include "platform/desktop.h"
 #include "platform/log.h"
-#include "strings/string_forms.h"
 
 namespace quillmark {
 namespace {

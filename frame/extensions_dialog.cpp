@@ -1,7 +1,7 @@
 #include "core/script_model.h"
-#include "editor/editor_form.h"
+#include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
 #include "frame/apply_language.h"
-#include "frame/dialog_forms.h"
 #include "frame/dialogs.h"
 
 namespace quillmark {

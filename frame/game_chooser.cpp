@@ -1,5 +1,5 @@
 #include "core/script_model.h"
-#include "frame/dialog_forms.h"
+#include "forms/dialog_forms.h"
 #include "frame/dialogs.h"
 
 namespace quillmark {

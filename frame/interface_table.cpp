@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/desktop.h"
+#include "controls/desktop.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 

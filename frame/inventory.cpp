@@ -1,7 +1,7 @@
 #include "frame/inventory.h"
 
-#include "editor/editor_form.h"
-#include "frame/dialog_forms.h"
+#include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
 #include "frame/dialogs.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"

@@ -1,12 +1,12 @@
 #include <algorithm>
 
-#include "editor/editor_form.h"
+#include "controls/desktop.h"
+#include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
 #include "frame/apply_language.h"
-#include "frame/dialog_forms.h"
 #include "frame/dialogs.h"
 #include "frame/interface_table.h"
 #include "frame/settings.h"
-#include "platform/desktop.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 

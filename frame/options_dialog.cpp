@@ -1,12 +1,12 @@
 #include <array>
 
+#include "controls/desktop.h"
 #include "core/script_model.h"
-#include "editor/editor_form.h"
+#include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
 #include "frame/apply_language.h"
-#include "frame/dialog_forms.h"
 #include "frame/dialogs.h"
 #include "frame/interface_table.h"
-#include "platform/desktop.h"
 #include "platform/number_text.h"
 
 namespace quillmark {

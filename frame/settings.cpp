@@ -1,9 +1,9 @@
 #include "frame/settings.h"
 
-#include "editor/editor_form.h"
+#include "controls/control.h"
+#include "forms/editor_controls.h"
 #include "frame/interface_table.h"
 #include "platform/ansi.h"
-#include "platform/control.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/log.h"

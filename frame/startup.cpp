@@ -2,13 +2,13 @@
 
 #include <string>
 
+#include "controls/desktop.h"
 #include "editor/editor.h"
-#include "editor/editor_form.h"
+#include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
 #include "frame/apply_language.h"
-#include "frame/dialog_forms.h"
 #include "frame/dialogs.h"
 #include "frame/settings.h"
-#include "platform/desktop.h"
 #include "platform/file_numbers.h"
 #include "platform/log.h"
 #include "platform/version.h"

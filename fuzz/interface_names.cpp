@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/dialog_forms.h"
+#include "forms/dialog_forms.h"
 #include "frame/dialogs.h"
 #include "frame/interface_table.h"
 #include "frame/settings.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "editor/editor_form.h"
+#include "forms/editor_controls.h"
 #include "frame/interface_table.h"
 #include "fuzz/silent_screen.h"
 #include "fuzz/workspace.h"

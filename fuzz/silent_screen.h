@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/desktop.h"
-#include "platform/screen.h"
+#include "controls/desktop.h"
+#include "controls/screen.h"
 
 namespace quillmark {
 

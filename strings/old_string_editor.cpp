@@ -1,9 +1,9 @@
 #include "editor/editor.h"
+#include "forms/string_forms.h"
 #include "frame/interface_table.h"
 #include "platform/fault.h"
 #include "strings/language_files.h"
 #include "strings/string_editors.h"
-#include "strings/string_forms.h"
 
 namespace quillmark {
 namespace {

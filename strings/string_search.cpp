@@ -1,8 +1,8 @@
 #include "editor/editor.h"
+#include "forms/string_forms.h"
 #include "frame/apply_language.h"
 #include "strings/language_files.h"
 #include "strings/string_editors.h"
-#include "strings/string_forms.h"
 
 namespace quillmark {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "ui/ansi_text.h"
 #include "ui/key_events.h"
 

@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "platform/control.h"
+#include "controls/control.h"
 
 namespace quillmark {
 

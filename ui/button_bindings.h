@@ -3,7 +3,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "ui/binding.h"
 
 namespace quillmark {

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "platform/form.h"
+#include "controls/form.h"
 
 namespace quillmark {
 

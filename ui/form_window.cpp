@@ -16,8 +16,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/controls.h"
-#include "platform/desktop.h"
+#include "controls/controls.h"
+#include "controls/desktop.h"
 #include "ui/ansi_text.h"
 #include "ui/colour_swatch.h"
 #include "ui/column_label.h"

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/form.h"
+#include "controls/form.h"
 #include "ui/binding.h"
 
 namespace quillmark {

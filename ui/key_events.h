@@ -3,7 +3,7 @@
 #include <QKeyEvent>
 #include <optional>
 
-#include "platform/key.h"
+#include "controls/key.h"
 
 namespace quillmark {
 

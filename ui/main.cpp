@@ -5,8 +5,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include "controls/desktop.h"
 #include "frame/startup.h"
-#include "platform/desktop.h"
 #include "platform/files.h"
 #include "ui/icons.h"
 #include "ui/qt_screen.h"

@@ -16,7 +16,7 @@
 #include <array>
 #include <set>
 
-#include "platform/desktop.h"
+#include "controls/desktop.h"
 #include "ui/ansi_text.h"
 #include "ui/file_filters.h"
 #include "ui/program_style.h"

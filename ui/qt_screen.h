@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/screen.h"
+#include "controls/screen.h"
 #include "ui/form_window.h"
 
 namespace quillmark {

@@ -5,7 +5,7 @@
 #include <QTreeView>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "ui/binding.h"
 #include "ui/row_models.h"
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace quillmark {
 

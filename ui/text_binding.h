@@ -3,7 +3,7 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 #include "ui/binding.h"
 
 namespace quillmark {

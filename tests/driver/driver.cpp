@@ -10,12 +10,12 @@
 #include <tuple>
 #include <utility>
 
+#include "controls/desktop.h"
 #include "core/script_model.h"
 #include "editor/editor.h"
 #include "frame/inventory.h"
 #include "frame/settings.h"
 #include "frame/startup.h"
-#include "platform/desktop.h"
 #include "strings/language_files.h"
 #include "tools/listing.h"
 

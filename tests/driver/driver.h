@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "controls/screen.h"
 #include "driver/hands.h"
-#include "platform/screen.h"
 
 namespace quillmark {
 

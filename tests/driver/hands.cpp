@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "platform/desktop.h"
+#include "controls/desktop.h"
 
 namespace quillmark {
 

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/controls.h"
-#include "platform/form.h"
+#include "controls/controls.h"
+#include "controls/form.h"
 #include "support/text.h"
 
 namespace quillmark {

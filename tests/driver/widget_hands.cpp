@@ -17,7 +17,7 @@
 #include <QTreeView>
 #include <map>
 
-#include "platform/desktop.h"
+#include "controls/desktop.h"
 #include "ui/ansi_text.h"
 #include "ui/binding.h"
 #include "ui/icons.h"

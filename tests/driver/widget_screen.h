@@ -1,8 +1,8 @@
 #pragma once
 
+#include "controls/desktop.h"
 #include "driver/driver.h"
 #include "driver/widget_hands.h"
-#include "platform/desktop.h"
 #include "ui/qt_screen.h"
 
 namespace quillmark {

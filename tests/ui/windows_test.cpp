@@ -14,11 +14,11 @@
 #include <iostream>
 #include <set>
 
+#include "controls/desktop.h"
 #include "driver/widget_screen.h"
-#include "editor/editor_form.h"
+#include "forms/editor_controls.h"
 #include "frame/interface_table.h"
 #include "frame/startup.h"
-#include "platform/desktop.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 

@@ -1,10 +1,10 @@
-#include "platform/form.h"
+#include "controls/form.h"
 
 #include <algorithm>
 #include <tuple>
 
-#include "platform/controls.h"
-#include "platform/desktop.h"
+#include "controls/controls.h"
+#include "controls/desktop.h"
 #include "platform/fault.h"
 #include "platform/log.h"
 

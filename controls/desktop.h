@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/controls.h"
+#include "controls/controls.h"
+#include "controls/form.h"
+#include "controls/screen.h"
+#include "controls/timer.h"
 #include "platform/fault.h"
-#include "platform/form.h"
-#include "platform/screen.h"
-#include "platform/timer.h"
 
 namespace quillmark {
 

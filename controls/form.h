@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/control.h"
+#include "controls/control.h"
 
 namespace quillmark {
 

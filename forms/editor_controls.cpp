@@ -1,4 +1,4 @@
-#include "editor/editor_form.h"
+#include "forms/editor_controls.h"
 
 namespace quillmark {
 

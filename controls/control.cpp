@@ -1,10 +1,10 @@
-#include "platform/control.h"
+#include "controls/control.h"
 
 #include <algorithm>
 
-#include "platform/controls.h"
-#include "platform/desktop.h"
-#include "platform/form.h"
+#include "controls/controls.h"
+#include "controls/desktop.h"
+#include "controls/form.h"
 
 namespace quillmark {
 

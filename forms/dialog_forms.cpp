@@ -1,4 +1,4 @@
-#include "frame/dialog_forms.h"
+#include "forms/dialog_forms.h"
 
 namespace quillmark {
 

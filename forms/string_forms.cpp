@@ -1,4 +1,4 @@
-#include "strings/string_forms.h"
+#include "forms/string_forms.h"
 
 namespace quillmark {
 

@@ -1,9 +1,9 @@
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 #include <algorithm>
 
+#include "controls/desktop.h"
 #include "platform/ansi.h"
-#include "platform/desktop.h"
 
 namespace quillmark {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/controls.h"
-#include "platform/form.h"
-#include "platform/timer.h"
+#include "controls/controls.h"
+#include "controls/form.h"
+#include "controls/timer.h"
 
 namespace quillmark {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/control.h"
 #include "platform/bounded_array.h"
-#include "platform/control.h"
 
 namespace quillmark {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/key.h"
+#include "controls/key.h"
 
 namespace quillmark {
 
