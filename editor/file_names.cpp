@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "controls/desktop.h"
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "frame/interface_table.h"
 #include "platform/fault.h"
 #include "platform/files.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "controls/desktop.h"
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "editor/numbers.h"
 #include "platform/fault.h"
 

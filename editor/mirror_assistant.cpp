@@ -2,7 +2,7 @@
 #include <string>
 
 #include "controls/desktop.h"
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "editor/numbers.h"
 #include "frame/interface_table.h"
 #include "platform/number_text.h"

@@ -1,7 +1,7 @@
 #include <array>
 #include <vector>
 
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "editor/numbers.h"
 #include "frame/interface_table.h"
 #include "platform/log.h"

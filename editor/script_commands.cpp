@@ -6,7 +6,7 @@
 #include "controls/desktop.h"
 #include "core/level_stream.h"
 #include "core/script_dat.h"
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "editor/numbers.h"
 #include "forms/dialog_forms.h"
 #include "forms/string_forms.h"

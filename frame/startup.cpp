@@ -3,7 +3,7 @@
 #include <string>
 
 #include "controls/desktop.h"
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "frame/apply_language.h"

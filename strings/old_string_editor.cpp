@@ -1,4 +1,4 @@
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "forms/string_forms.h"
 #include "frame/interface_table.h"
 #include "platform/fault.h"

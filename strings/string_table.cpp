@@ -1,6 +1,6 @@
 #include <array>
 
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "forms/string_forms.h"
 #include "frame/apply_language.h"
 #include "strings/language_files.h"

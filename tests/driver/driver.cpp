@@ -12,7 +12,7 @@
 
 #include "controls/desktop.h"
 #include "core/script_model.h"
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 #include "frame/inventory.h"
 #include "frame/settings.h"
 #include "frame/startup.h"

@@ -1,4 +1,4 @@
-#include "editor/editor.h"
+#include "editor/editor_form.h"
 
 #include <string>
 
