@@ -2,6 +2,7 @@
 
 #include "core/script_model.h"
 #include "forms/editor_controls.h"
+#include "strings/level_rows.h"
 
 namespace quillmark {
 
@@ -24,10 +25,6 @@ void Update3();
 void BuildInterfaceTr4();
 void BuildInterfaceTr5();
 
-/// The record of the selected row of `lstLevels`. Throws the missing selection fault, and the
-/// subscript fault for a row that no record stands behind.
-LevelRecord& SelectedLevel();
-
 /// Selects `row` in `combo`; throws the invalid value fault, in words about `value`, if the combo
 /// does not offer it.
 void SelectValue(ComboBox& combo, int row, const char* value);
@@ -37,10 +34,6 @@ void SelectValue(ComboBox& combo, int row, const char* value);
 /// Copies one record into another, field by field and not as a whole: see the list in
 /// level_list.cpp for what a copy holds.
 void CopyLevel(const LevelRecord& source, LevelRecord& target);
-
-/// Fills `lstLevels` anew with the names of all levels, with none selected. Throws the subscript
-/// fault for a name that the string pool has no place for.
-void RebuildLevelRows();
 
 // The object and film lists.
 

@@ -4,7 +4,7 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "platform/fault.h"
 #include "platform/files.h"
 
@@ -14,15 +14,6 @@ namespace {
 constexpr std::string_view kFolder = "DATA\\";
 constexpr int kMostLevels = 255;
 constexpr int kMostFileNames = 255;
-
-constexpr int kTooManyEntry = 18;
-constexpr int kAskEntry = 22;
-constexpr int kAskTitleEntry = 23;
-constexpr int kNameRefusedEntry = 24;
-constexpr int kNoRowEntry = 42;
-constexpr int kDeleteEntry = 43;
-constexpr int kFirstRowEntry = 45;
-constexpr int kAsManyAsLevelsEntry = 46;
 
 bool StandsInFolder(const std::string& name) { return UpperCased(name).starts_with(kFolder); }
 
@@ -38,7 +29,7 @@ void Refill(const std::vector<RowsControl*>& lists) {
 /// Kept as it is: the test looks at the number of levels, not at that of the names.
 bool RefuseForLevels() {
   if (TRScript.NumLevels != kMostLevels) return false;
-  ShowErrorEntry(kTooManyEntry);
+  ShowErrorEntry(Entry::TooManyLevels);
   return true;
 }
 
@@ -46,11 +37,11 @@ void Add() {
   if (RefuseForLevels()) return;
   const std::string answer =
       TheDesktop()
-          .AskText({InterfaceTable[kAskEntry], InterfaceTable[kAskTitleEntry], ""})
+          .AskText({TextOf(Entry::AddFileNamePrompt), TextOf(Entry::AddFileNameTitle), ""})
           .value_or("");
   if (answer.empty()) return;
   if (StandsInFolder(answer)) {
-    ShowErrorEntry(kNameRefusedEntry);
+    ShowErrorEntry(Entry::FileNameRefused);
     return;
   }
   const std::string name = std::string(kFolder) + answer;
@@ -67,13 +58,13 @@ void Add() {
 }
 
 void RefuseName(const std::string& explanation) {
-  TheDesktop().ShowError(InterfaceTable[0], "Nome file non valido" + explanation);
+  TheDesktop().ShowError(TextOf(Entry::Error), "Nome file non valido" + explanation);
 }
 
 void Change() {
   const int row = frmEditor.lstFileNames.Row();
   if (row < 0) {
-    ShowErrorEntry(kNoRowEntry);
+    ShowErrorEntry(Entry::NoFileNameSelected);
     return;
   }
   const std::string answer =
@@ -97,16 +88,16 @@ void Remove() {
   ListBox& list = frmEditor.lstFileNames;
   const int row = list.Row();
   if (row < 0) {
-    ShowErrorEntry(kNoRowEntry);
+    ShowErrorEntry(Entry::NoFileNameSelected);
     return;
   }
-  if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Text() + "'?")) return;
+  if (!AskQuestion(TextOf(Entry::RemoveFileNameQuestion) + list.Text() + "'?")) return;
   if (TRScript.NumFileNames == TRScript.NumLevels) {
-    ShowErrorEntry(kAsManyAsLevelsEntry);
+    ShowErrorEntry(Entry::AsManyFileNamesAsLevels);
     return;
   }
   if (row == 0) {
-    ShowErrorEntry(kFirstRowEntry);
+    ShowErrorEntry(Entry::CannotRemoveFirstFileName);
     return;
   }
   // Kept as it is: the levels are not renumbered.

@@ -3,8 +3,8 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
-#include "editor/numbers.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 namespace {
@@ -12,31 +12,24 @@ namespace {
 constexpr int kMostCuts = 4;
 constexpr int kFilmImage = 1;
 
-constexpr int kFullEntry = 52;
-constexpr int kAskEntry = 53;
-constexpr int kAskTitleEntry = 54;
-constexpr int kTooHighEntry = 55;
-constexpr int kNoNumberEntry = 56;
-constexpr int kDeleteEntry = 57;
-
 void ShowCut(const CutEntry& cut) {
   frmEditor.lstCuts.AddRow({DecimalText(cut.Type), DecimalText(cut.Value)}, kFilmImage);
 }
 
 void Add() {
   if (SelectedLevel().CutCount == kMostCuts) {
-    ShowErrorEntry(kFullEntry);
+    ShowErrorEntry(Entry::CutsceneListFull);
     return;
   }
-  const InputBox box = {InterfaceTable[kAskEntry], InterfaceTable[kAskTitleEntry], "0"};
+  const InputBox box = {TextOf(Entry::AddCutscenePrompt), TextOf(Entry::AddCutsceneTitle), "0"};
   const std::string answer = TheDesktop().AskText(box).value_or("");
   if (!IsAllDigits(answer)) {
-    ShowErrorEntry(kNoNumberEntry);
+    ShowErrorEntry(Entry::NotANumber);
     return;
   }
   const std::int64_t number = NumberAtStart(answer);
   if (number > std::numeric_limits<std::uint8_t>::max()) {
-    ShowErrorEntry(kTooHighEntry);
+    ShowErrorEntry(Entry::NumberTooLarge);
     return;
   }
   LevelRecord& level = SelectedLevel();
@@ -51,7 +44,7 @@ void Add() {
 void Delete() {
   ListView& list = frmEditor.lstCuts;
   const int row = list.SelectedRow();
-  if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Cell(row, 1) + "?")) return;
+  if (!AskQuestion(TextOf(Entry::DeleteCutsceneQuestion) + list.Cell(row, 1) + "?")) return;
   LevelRecord& level = SelectedLevel();
   // The last pass takes the place behind the last entry, and so clears it.
   for (int i = row; i < list.Count(); ++i) {

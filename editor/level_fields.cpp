@@ -6,8 +6,8 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
-#include "editor/numbers.h"
 #include "platform/fault.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 namespace {

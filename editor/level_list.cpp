@@ -3,24 +3,16 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
-#include "editor/numbers.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "platform/fault.h"
 #include "platform/log.h"
+#include "platform/number_text.h"
 #include "strings/language_files.h"
 
 namespace quillmark {
 namespace {
 
 constexpr int kMostLevels = 255;
-
-constexpr int kTitleRowEntry = 17;
-constexpr int kTooManyEntry = 18;
-constexpr int kDeleteEntry = 19;
-constexpr int kTitleStaysEntry = 21;
-constexpr int kNotUpEntry = 47;
-constexpr int kNotDownEntry = 48;
-constexpr int kClipboardEmptyEntry = 51;
 
 // What a copy of a level holds, in this order. Every field that is not listed stays as the target
 // has it, and so do the entries behind a count.
@@ -90,10 +82,6 @@ void ClearInserted(LevelRecord& level) {
   level.Camera[3] = 0;
 }
 
-std::string LevelName(int level) {
-  return StringsMod.StringPool[TRScript.Levels[level].NameString];
-}
-
 void RequireSelection() { SelectedLevel(); }
 
 /// Refuses a list that shows more rows than there are records for, as an insert may leave it.
@@ -114,7 +102,7 @@ void Select() {
 void Add() {
   ListBox& list = frmEditor.lstLevels;
   if (TRScript.NumLevels == kMostLevels) {
-    ShowErrorEntry(kTooManyEntry);
+    ShowErrorEntry(Entry::TooManyLevels);
     return;
   }
   RequireRecords(list.Count(), static_cast<std::size_t>(TRScript.NumLevels) + 2);
@@ -161,11 +149,11 @@ enum class DeleteResult { Refused, NotWanted, Done };
 DeleteResult DeleteSelected() {
   ListBox& list = frmEditor.lstLevels;
   const int selected = list.Row();
-  if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Text() + "'?")) {
+  if (!AskQuestion(TextOf(Entry::DeleteLevelQuestion) + list.Text() + "'?")) {
     return DeleteResult::NotWanted;
   }
   if (selected == 0) {
-    ShowErrorEntry(kTitleStaysEntry);
+    ShowErrorEntry(Entry::CannotDeleteTitleLevel);
     return DeleteResult::Refused;
   }
   const int last = list.Count() - 1;
@@ -195,7 +183,7 @@ void MousePress(MouseButton button) {
 void EraseAll() {
   if (!TheDesktop().AskYesNo("Eliminazione livelli", "Eliminare tutti i livelli?")) return;
   frmEditor.lstLevels.Clear();
-  frmEditor.lstLevels.AddRow(InterfaceTable[kTitleRowEntry]);
+  frmEditor.lstLevels.AddRow(TextOf(Entry::TitleLevelRow));
   TRScript.NumLevels = 1;
 }
 
@@ -213,7 +201,7 @@ void ChangePlaces(int other) {
 void MoveUp() {
   const int row = frmEditor.lstLevels.Row();
   if (row == 1) {
-    ShowErrorEntry(kNotUpEntry);
+    ShowErrorEntry(Entry::CannotMoveLevelUp);
     return;
   }
   if (row == 0) {
@@ -225,7 +213,7 @@ void MoveUp() {
 void MoveDown() {
   const int row = frmEditor.lstLevels.Row();
   if (row == frmEditor.lstLevels.Count() - 1) {
-    ShowErrorEntry(kNotDownEntry);
+    ShowErrorEntry(Entry::CannotMoveLevelDown);
     return;
   }
   ChangePlaces(row + 1);
@@ -239,7 +227,7 @@ void Copy() {
 
 void Paste() {
   if (!IsOn(EditorMod.ClipboardFull)) {
-    ShowErrorEntry(kClipboardEmptyEntry);
+    ShowErrorEntry(Entry::LevelClipboardEmpty);
     return;
   }
   CopyLevel(EditorMod.ClipboardLevel, SelectedLevel());
@@ -251,13 +239,6 @@ void Paste() {
 void CopyLevel(const LevelRecord& source, LevelRecord& target) {
   LogWrite("COpying level in temporary clipboard");
   CopyListedFields(source, target);
-}
-
-void RebuildLevelRows() {
-  ListBox& list = frmEditor.lstLevels;
-  list.Clear();
-  list.AddRow(InterfaceTable[kTitleRowEntry]);
-  for (int i = 1; i < TRScript.NumLevels; ++i) list.AddRow(LevelName(i));
 }
 
 void AttachLevelList() {

@@ -3,8 +3,7 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
-#include "editor/numbers.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "platform/number_text.h"
 
 namespace quillmark {
@@ -12,37 +11,29 @@ namespace {
 
 constexpr int kUnitsPerSector = 1024;
 
-constexpr int kValueEntry = 25;
-constexpr int kValueTitleEntry = 26;
-constexpr int kBadValueEntry = 27;
-constexpr int kRoomEntry = 28;
-constexpr int kRoomTitleEntry = 29;
-constexpr int kBadRoomEntry = 30;
-constexpr int kRoomTooHighEntry = 31;
-
 /// The answer to one question; empty if there is none.
-std::string AskNumber(int promptEntry, int titleEntry) {
-  const InputBox box = {InterfaceTable[promptEntry], InterfaceTable[titleEntry], "0"};
+std::string AskNumber(Entry prompt, Entry title) {
+  const InputBox box = {TextOf(prompt), TextOf(title), "0"};
   return TheDesktop().AskText(box).value_or("");
 }
 
 void WorkOutMirror() {
-  const std::string answer = AskNumber(kValueEntry, kValueTitleEntry);
+  const std::string answer = AskNumber(Entry::MirrorPositionPrompt, Entry::MirrorPositionTitle);
   if (answer.empty()) return;
   if (!IsAllDigits(answer)) {
-    ShowErrorEntry(kBadValueEntry);
+    ShowErrorEntry(Entry::MirrorPositionNotNumber);
     return;
   }
-  const std::string roomAnswer = AskNumber(kRoomEntry, kRoomTitleEntry);
+  const std::string roomAnswer = AskNumber(Entry::MirrorRoomPrompt, Entry::MirrorRoomTitle);
   if (roomAnswer.empty()) return;
   constexpr int kHighestRoom = std::numeric_limits<std::uint8_t>::max();
   if (RequireNumber(roomAnswer) > kHighestRoom) {
-    ShowErrorEntry(kRoomTooHighEntry);
+    ShowErrorEntry(Entry::MirrorRoomTooLarge);
     frmEditor.txtMirrorRoom.SetText(std::to_string(kHighestRoom));
     return;
   }
   if (!IsAllDigits(roomAnswer)) {
-    ShowErrorEntry(kBadRoomEntry);
+    ShowErrorEntry(Entry::MirrorRoomNotNumber);
     return;
   }
 

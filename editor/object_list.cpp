@@ -5,16 +5,13 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
-#include "editor/numbers.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "platform/fault.h"
+#include "platform/number_text.h"
 #include "strings/language_files.h"
 
 namespace quillmark {
 namespace {
-
-constexpr int kComboEntry = 32;
-constexpr int kDeleteEntry = 33;
 
 enum Column { kKindColumn = 1, kIdColumn, kNameColumn, kComboColumn, kIndexColumn };
 
@@ -40,7 +37,7 @@ const KindRow& KindOf(int kind) { return kKinds[CheckedPosition(kind, kKinds.siz
 
 std::string ComboText(const LevelObject& object) {
   if (!KindOf(object.Kind).hasCombo) return {};
-  return InterfaceTable[kComboEntry] + " " + DecimalText(object.Combo);
+  return TextOf(Entry::ComboCell) + " " + DecimalText(object.Combo);
 }
 
 Int16 ParamFrom(const TextBox& box) {
@@ -105,7 +102,7 @@ void Change() {
 void Delete() {
   const ListView& list = frmEditor.lstObj;
   const int row = list.SelectedRow();
-  if (!AskQuestion(InterfaceTable[kDeleteEntry] + list.Cell(row, kKindColumn) + " #" +
+  if (!AskQuestion(TextOf(Entry::DeleteObjectQuestion) + list.Cell(row, kKindColumn) + " #" +
                    list.Cell(row, kIdColumn) + " ''" + list.Cell(row, kNameColumn) + "''?")) {
     return;
   }

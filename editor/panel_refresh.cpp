@@ -2,16 +2,14 @@
 #include <vector>
 
 #include "editor/editor_form.h"
-#include "editor/numbers.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "platform/log.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 namespace {
 
 constexpr std::uint8_t kFilmFlag = 0x80;
-constexpr int kTrainEntryTr4 = 78;
-constexpr int kTrainEntryTr5 = 141;
 
 struct FlagBox {
   CheckBox& box;
@@ -111,7 +109,7 @@ void AdaptPanel(bool tr4) {
       &frmEditor.chkMirror, &frmEditor.Label10, &frmEditor.cmbLegend};
   for (Control* control : tr4Controls) control->SetEnabled(tr4);
   frmEditor.Command30.SetEnabled(!tr4);
-  frmEditor.chkTrain.SetCaption(InterfaceTable[tr4 ? kTrainEntryTr4 : kTrainEntryTr5]);
+  frmEditor.chkTrain.SetCaption(TextOf(tr4 ? Entry::Train : Entry::TrainTr5));
 }
 
 }  // namespace

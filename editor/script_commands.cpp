@@ -7,14 +7,14 @@
 #include "core/level_stream.h"
 #include "core/script_dat.h"
 #include "editor/editor_form.h"
-#include "editor/numbers.h"
 #include "forms/dialog_forms.h"
+#include "forms/interface_texts.h"
 #include "forms/string_forms.h"
-#include "frame/interface_table.h"
 #include "platform/ansi.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
+#include "platform/number_text.h"
 #include "platform/version.h"
 #include "strings/language_files.h"
 
@@ -24,25 +24,9 @@ namespace {
 constexpr const char* kScriptFilter = "SCRIPT.DAT|SCRIPT.DAT";
 constexpr const char* kLanguageFilter = "<LANGUAGE>.DAT|*.dat";
 
-constexpr int kTitleRowEntry = 17;
-constexpr int kQuestionTitleEntry = 20;
-constexpr int kSaveTitleEntry = 35;
-constexpr int kScriptNotSavedEntry = 37;
-constexpr int kAllSavedEntry = 38;
-constexpr int kAllSavedTitleEntry = 39;
-constexpr int kLanguageNotSavedEntry = 40;
-constexpr int kSaveFailedEntry = 41;
-constexpr int kSaveFirstEntry = 49;
-constexpr int kNewCaptionEntry = 50;
-constexpr int kLoadTitleEntry = 58;
-constexpr int kLanguageTitleEntry = 59;
-constexpr int kSameFileEntry = 60;
-constexpr int kNoLegendEntry = 61;
-constexpr int kLoadFailedEntry = 62;
-
 /// Path of a file that the person names; the fault of a cancelled dialog if there is none.
-std::string AskPath(bool save, const char* filter, int titleEntry) {
-  return TheDesktop().AskFile({save, InterfaceTable[titleEntry], filter});
+std::string AskPath(bool save, const char* filter, Entry title) {
+  return TheDesktop().AskFile({save, TextOf(title), filter});
 }
 
 /// Runs the steps of one command: a cancelled file dialog ends it without a word, and any other
@@ -115,6 +99,23 @@ LoadCallbacks LoadListeners() {
           .loaded = ScriptLoaded};
 }
 
+void ShowLanguageTrouble(Language language, FileWork work) {
+  struct Troubles {
+    Entry read;
+    Entry write;
+  };
+  constexpr std::array<Troubles, kLanguageCount> kTroubles = {
+      {{Entry::CannotReadEnglish, Entry::CannotWriteEnglish},
+       {Entry::CannotReadItalian, Entry::CannotWriteItalian},
+       {Entry::CannotReadGerman, Entry::CannotWriteGerman},
+       {Entry::CannotReadUs, Entry::CannotWriteUs},
+       {Entry::CannotReadFrench, Entry::CannotWriteFrench},
+       {Entry::CannotReadSpanish, Entry::CannotWriteSpanish},
+       {Entry::CannotReadJapan, Entry::CannotWriteJapan}}};
+  const Troubles& troubles = kTroubles.at(static_cast<std::size_t>(language));
+  ShowErrorEntry(work == FileWork::Read ? troubles.read : troubles.write);
+}
+
 StringListeners ListStrings() {
   return {.stringRead =
               [](const std::string& text) {
@@ -146,7 +147,7 @@ StringListeners ListStrings() {
                   combo->AddRow(text);
                 }
               },
-          .failed = {}};
+          .failed = ShowLanguageTrouble};
 }
 
 // Load.
@@ -159,7 +160,7 @@ void EmptyLists() {
   }
   StringsMod.StringPool.Redim(kOffsetPlaces - 1);
   TRScript.FileNames.Redim(1);
-  frmEditor.cmbLegend.AddRow(InterfaceTable[kNoLegendEntry]);
+  frmEditor.cmbLegend.AddRow(TextOf(Entry::NoLegendRow));
 }
 
 /// Makes the language of that file the primary one; false if it can't be read. A file of any other
@@ -173,16 +174,16 @@ bool ReadPrimary(const std::string& path) {
   return true;
 }
 
-void LoadFailed() { ShowErrorEntry(kLoadFailedEntry); }
+void LoadFailed() { ShowErrorEntry(Entry::LoadFailed); }
 
 void LoadSteps() {
   ForgetLanguages();
-  const std::string scriptPath = AskPath(false, kScriptFilter, kLoadTitleEntry);
+  const std::string scriptPath = AskPath(false, kScriptFilter, Entry::OpenScriptTitle);
   if (scriptPath.empty()) return;
-  const std::string languagePath = AskPath(false, kLanguageFilter, kLanguageTitleEntry);
+  const std::string languagePath = AskPath(false, kLanguageFilter, Entry::OpenLanguageTitle);
   if (languagePath.empty()) return;
   if (languagePath == scriptPath) {
-    ShowErrorEntry(kSameFileEntry);
+    ShowErrorEntry(Entry::ScriptIsNoLanguage);
     return;
   }
   EmptyLists();
@@ -218,22 +219,22 @@ void Load() {
 // Save.
 
 void SaveSteps() {
-  const std::string path = AskPath(true, kScriptFilter, kSaveTitleEntry);
+  const std::string path = AskPath(true, kScriptFilter, Entry::SaveScriptTitle);
   if (path.empty()) return;
-  const auto withPath = [&](int entry) { return InterfaceTable[entry] + Utf8ToAnsi(path) + "'"; };
+  const auto withPath = [&](Entry entry) { return TextOf(entry) + Utf8ToAnsi(path) + "'"; };
   // Kept as it is: a script that can't be saved ends in a fault, never in this answer.
   if (!SaveScript(path)) {
-    TheDesktop().ShowError(InterfaceTable[0], withPath(kScriptNotSavedEntry));
+    TheDesktop().ShowError(TextOf(Entry::Error), withPath(Entry::CannotSaveScript));
     return;
   }
   if (!WriteLoadedLanguages(GetPath(path))) {
-    ShowErrorEntry(kLanguageNotSavedEntry);
+    ShowErrorEntry(Entry::CannotSaveLanguage);
     return;
   }
   TheDesktop().Ask({BoxIcon::Information,
                     {BoxButton::OK},
-                    InterfaceTable[kAllSavedTitleEntry],
-                    withPath(kAllSavedEntry)});
+                    TextOf(Entry::SaveDoneTitle),
+                    withPath(Entry::SaveDone)});
   TRScript.ScriptSaved = kOn;
 }
 
@@ -244,8 +245,8 @@ bool AskToSave() {
   if (IsOn(TRScript.ScriptSaved)) return true;
   const BoxButton answer = TheDesktop().Ask({BoxIcon::Question,
                                              {BoxButton::Yes, BoxButton::No, BoxButton::Cancel},
-                                             InterfaceTable[kQuestionTitleEntry],
-                                             InterfaceTable[kSaveFirstEntry]});
+                                             TextOf(Entry::QuestionTitle),
+                                             TextOf(Entry::SaveBeforeNewQuestion)});
   if (answer == BoxButton::Yes) SaveScriptProc();
   return answer != BoxButton::Cancel;
 }
@@ -256,7 +257,7 @@ void EmptyModel() {
   TRScript.Levels.Redim(1);
   TRScript.FileNames.Redim(1);
   frmEditor.lstFileNames.Clear();
-  frmEditor.lstLevels.AddRow(InterfaceTable[kTitleRowEntry]);
+  frmEditor.lstLevels.AddRow(TextOf(Entry::TitleLevelRow));
 }
 
 void NameLanguages() {
@@ -270,7 +271,7 @@ void NewSteps() {
   if (!AskToSave()) return;
   EmptyModel();
   ForgetLanguages();
-  const std::string path = AskPath(false, kLanguageFilter, kLanguageTitleEntry);
+  const std::string path = AskPath(false, kLanguageFilter, Entry::OpenLanguageTitle);
   if (path.empty()) return;
   ReadLanguagesIn(GetPath(path), ReadFoundLanguage);
   // Kept as it is: the row has no counterpart in the model.
@@ -278,7 +279,7 @@ void NewSteps() {
     list->AddRow("DATA\\TITLE");
   }
   TRScript.NumLevels = 1;
-  frmEditor.SetCaption("Quillmark " + VersionText() + InterfaceTable[kNewCaptionEntry]);
+  frmEditor.SetCaption("Quillmark " + VersionText() + TextOf(Entry::NewScriptCaption));
   EnableCommands();
   NameLanguages();
   EnableObjectButtons(false);
@@ -288,7 +289,7 @@ void NewSteps() {
 }
 
 void SaveFailed() {
-  ShowErrorEntry(kSaveFailedEntry);
+  ShowErrorEntry(Entry::SaveFailed);
   // What was on its way to the disk is lost; the next save must not be lost with it.
   Files.AbandonFiles();
 }

@@ -2,8 +2,6 @@
 
 namespace quillmark {
 
-class Form;
-
 /// Fills the empty `InterfaceTable` from `language.bin`. A file with a bad head ends the process
 /// after the box that says so. Throws the subscript fault for a text past the last place.
 void LoadInterfaceLanguage();
@@ -13,9 +11,5 @@ void LoadInterfaceLanguage();
 /// throw: the file fault without `interface.h`, the subscript fault for a language with fewer
 /// strings than the primary one.
 void ApplyInterfaceLanguage();
-
-/// Writes the entries that belong to `form` into it: captions, columns, tool tips. Forms call it at
-/// their load.
-void ApplyTexts(Form& form);
 
 }  // namespace quillmark

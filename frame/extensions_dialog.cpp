@@ -1,7 +1,7 @@
 #include "core/script_model.h"
+#include "forms/apply_texts.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
-#include "frame/apply_language.h"
 #include "frame/dialogs.h"
 
 namespace quillmark {

@@ -7,6 +7,7 @@
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/log.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 
@@ -18,18 +19,8 @@ constexpr int kNumber = 1;
 constexpr std::size_t kIdLength = 3;
 constexpr std::size_t kNameStart = 4;
 
-/// The number that `text` begins with, 0 if it begins with no digit.
-int LeadingNumber(std::string_view text) {
-  int number = 0;
-  for (const char c : text) {
-    if (c < '0' || c > '9') break;
-    number = number * 10 + (c - '0');
-  }
-  return number;
-}
-
 void TakeItem(const std::string& field, Tr5Item& item) {
-  item.Id = LeadingNumber(std::string_view(field).substr(0, kIdLength));
+  item.Id = DigitsAtStart(std::string_view(field).substr(0, kIdLength));
   if (field.size() < kNameStart) {
     throw Fault(FaultKind::InvalidArgument, "the item '" + field + "' is too short for a name");
   }

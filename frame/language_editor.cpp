@@ -1,11 +1,12 @@
 #include <algorithm>
 
 #include "controls/desktop.h"
+#include "forms/apply_texts.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
+#include "forms/interface_texts.h"
 #include "frame/apply_language.h"
 #include "frame/dialogs.h"
-#include "frame/interface_table.h"
 #include "frame/settings.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
@@ -18,7 +19,6 @@ constexpr int kTableNumber = 6;
 constexpr int kListWidth = 7200;
 constexpr int kNameColumn = 1;
 constexpr int kTextColumn = 2;
-constexpr std::string_view kMagic("\xCD\x00\xCD\xCD", 4);
 
 void ListEntries() {
   Files.OpenInput(kNamesNumber, ProgramPath("interface.h"));
@@ -61,7 +61,7 @@ void ReloadInterface() {
 void Save() {
   Files.Close(kTableNumber);  // kept as it is: the log gives up its number
   Files.OpenBinary(kTableNumber, ProgramPath(InterfaceFileName()));
-  Files.WriteText(kTableNumber, kMagic);
+  Files.WriteText(kTableNumber, kTableMagic);
   for (int row = 0; row < frmLangEditor.l.Count(); ++row) {
     Files.WriteText(kTableNumber, frmLangEditor.l.Cell(row, kTextColumn));
     Files.WriteByte(kTableNumber, 0);

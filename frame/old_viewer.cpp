@@ -1,8 +1,8 @@
 #include "core/script_model.h"
-#include "editor/numbers.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "frame/dialogs.h"
+#include "platform/number_text.h"
 
 namespace quillmark {
 namespace {

@@ -2,26 +2,24 @@
 
 #include "controls/desktop.h"
 #include "core/script_model.h"
+#include "forms/apply_texts.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
-#include "frame/apply_language.h"
+#include "forms/interface_texts.h"
 #include "frame/dialogs.h"
-#include "frame/interface_table.h"
 #include "platform/number_text.h"
 
 namespace quillmark {
 namespace {
 
-constexpr int kBadFramerateEntry = 15;
-constexpr int kBadSecurityEntry = 16;
 constexpr double kSecurityValues = 256;
 
 /// The bits of `ScriptFlags` by box; the boxes behind these four have none.
 constexpr std::array<std::uint16_t, 4> kBits = {0x0008, 0x0004, 0x0002, 0x0001};
 
-void ShowRefusal(int entry) {
+void ShowRefusal(Entry entry) {
   // Kept as it is: the title is the name of the entry, not its text.
-  TheDesktop().ShowError(InterfaceNames[0], InterfaceTable[entry]);
+  TheDesktop().ShowError(InterfaceNames[0], TextOf(entry));
 }
 
 void LoadDialog() {
@@ -38,14 +36,14 @@ void LoadDialog() {
 void Accept() {
   const auto frameRate = NumberOf(frmOptions.txtFrameRate.Text());
   if (!frameRate) {
-    ShowRefusal(kBadFramerateEntry);
+    ShowRefusal(Entry::BadFramerate);
     return;
   }
   TRScript.ScriptFrameRate = RoundedNumber(*frameRate);
 
   const double security = RequireNumber(frmOptions.txtSec.Text());
   if (security >= kSecurityValues) {
-    ShowRefusal(kBadSecurityEntry);
+    ShowRefusal(Entry::BadSecurity);
     return;
   }
   TRScript.ScriptSecurity = RoundedNumber(security);

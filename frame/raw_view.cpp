@@ -3,9 +3,9 @@
 
 #include "core/level_stream.h"
 #include "core/script_model.h"
+#include "forms/apply_texts.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
-#include "frame/apply_language.h"
 #include "frame/dialogs.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"

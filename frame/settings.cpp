@@ -1,8 +1,7 @@
 #include "frame/settings.h"
 
 #include "controls/control.h"
-#include "forms/editor_controls.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "platform/ansi.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
@@ -24,10 +23,6 @@ constexpr Int32 kMagic1 = static_cast<std::int32_t>(0xCD0000CDU);
 constexpr Int16 kMagic2 = static_cast<std::int16_t>(0xCD00U);
 constexpr Int32 kMagic3 = static_cast<std::int32_t>(0xCDCDCDCDU);
 constexpr std::string_view kDefaultInterfaceFile = "ENGLISH.BIN";
-
-constexpr int kBadLengthEntry = 63;
-constexpr int kLaterVersionEntry = 64;
-constexpr int kReplacedEntry = 65;
 
 /// Hands the six fields in front of `InterfaceFile` to `take`, in the file's order.
 template <class Take>
@@ -104,11 +99,10 @@ void BuildNewFile() {
   // Kept as it is: the name comes into memory only now, so the file holds zeros until the program
   // ends.
   SetInterfaceFile(kDefaultInterfaceFile);
-  frmEditor.Check2.SetTicked(true);
 }
 
 void Recover() {
-  ShowErrorEntry(kReplacedEntry);
+  ShowErrorEntry(Entry::SettingsReplaced);
   Files.CloseFiles();
   DeleteFile(SettingsPath());
   Files.OpenBinary(kNumber, SettingsPath());
@@ -117,21 +111,20 @@ void Recover() {
   // Kept as it is: the version stands in front of the name here; the program's end mends the order.
   WalkHead(Settings, Writer{kNumber});
   WriteVersion();
-  frmEditor.Check2.SetTicked(true);
   Files.WriteText(kNumber, Settings.InterfaceFile);
 }
 
 /// False if the file can't be used.
 bool ReadFile() {
   if (FileLength(SettingsPath()) != kSettingsLength) {
-    ShowErrorEntry(kBadLengthEntry);
+    ShowErrorEntry(Entry::SettingsBadLength);
     return false;
   }
   LogWrite("Loading settings");
   Files.OpenBinary(kNumber, SettingsPath());
   WalkRecord(Settings, Reader{kNumber});
   if (ReadLaterVersion()) {
-    ShowErrorEntry(kLaterVersionEntry);
+    ShowErrorEntry(Entry::SettingsLaterVersion);
     return false;
   }
   return HeadIsValid();
@@ -142,9 +135,7 @@ bool ReadFile() {
 void LoadSettings() {
   if (UpperCased(FindFile(SettingsPath())) != "SETTINGS.DAT") {
     BuildNewFile();
-  } else if (ReadFile()) {
-    frmEditor.Check2.SetTicked(IsOn(Settings.BackupFlag));
-  } else {
+  } else if (!ReadFile()) {
     Recover();
   }
 }
@@ -154,7 +145,6 @@ void SaveSettings() {
   FillHead();
   WalkRecord(Settings, Writer{kNumber});
   WriteVersion();
-  frmEditor.Check2.SetTicked(true);
   SetInterfaceFile(kDefaultInterfaceFile);
 }
 

@@ -29,8 +29,9 @@ struct SettingsRecord {
 extern SettingsRecord Settings;
 
 /// Reads `settings.dat` of the program's folder, or builds it where there is none; a file that
-/// can't be used is replaced after the boxes that say so. Ticks `Check2` of the main form by it.
-/// Leaves the file open under number 1. Throws the faults of the files.
+/// can't be used is replaced after the boxes that say so. `BackupFlag` is what the check box of the
+/// main form shows from then on. Leaves the file open under number 1. Throws the faults of the
+/// files.
 void LoadSettings();
 
 /// Writes the whole file at the program's end and leaves it open under number 1. The backup flag is

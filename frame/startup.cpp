@@ -52,6 +52,7 @@ void LoadMainForm() {
   mainFormSize = frmEditor.Position();
   frmEditor.lstObj.SetColumnWidth(1, kObjectKindWidth);
   LoadSettings();
+  frmEditor.Check2.SetTicked(IsOn(Settings.BackupFlag));
   Files.CloseFiles();
 }
 
@@ -63,6 +64,7 @@ void UnloadMainForm() {
   LogWrite("Saving settings");
   Files.CloseFiles();
   SaveSettings();
+  frmEditor.Check2.SetTicked(IsOn(Settings.BackupFlag));
   Files.CloseFiles();
   LogWrite("Quillmark ends");
   throw ProcessEnd{};
@@ -80,8 +82,11 @@ void AttachMainForms() {
 void AttachAll() {
   AttachMainForms();
   AttachEditor();
-  AttachStringTable();
-  AttachStringSearch();
+  const LevelPanel panel = {.refresh = Update3, .selectedString = [] {
+                              return SelectedLevel().Objects[SelectedObject()].StringId.value();
+                            }};
+  AttachStringTable(panel);
+  AttachStringSearch(panel);
   AttachOldStringEditor();
   AttachOptionsDialog();
   AttachExtensionsDialog();

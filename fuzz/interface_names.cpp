@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "forms/dialog_forms.h"
+#include "forms/interface_texts.h"
 #include "frame/dialogs.h"
-#include "frame/interface_table.h"
 #include "frame/settings.h"
 #include "fuzz/silent_screen.h"
 #include "fuzz/workspace.h"

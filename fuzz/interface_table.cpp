@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "forms/interface_texts.h"
 #include "fuzz/workspace.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"

@@ -19,7 +19,7 @@ void StartAfresh(bool& failed) {
   StringsMod = {};
   SizeOffsetArrays();
   StringListeners listeners;
-  listeners.failed = [&failed](int) { failed = true; };
+  listeners.failed = [&failed](Language, FileWork) { failed = true; };
   SetStringListeners(listeners);
 }
 

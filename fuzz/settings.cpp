@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "forms/editor_controls.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "fuzz/silent_screen.h"
 #include "fuzz/workspace.h"
 #include "platform/file_numbers.h"
@@ -77,7 +76,7 @@ void TestSettings(std::string_view file) {
     Require(FileBytes(kSettingsName) == file, "a good file stays as it is");
     Require(Settings.InterfaceFile == file.substr(kNameAt, kInterfaceFileLength),
             "the name is taken");
-    Require(frmEditor.Check2.Ticked() == (file.substr(kFlagAt, 2) == "\xFF\xFF"),
+    Require(IsOn(Settings.BackupFlag) == (file.substr(kFlagAt, 2) == "\xFF\xFF"),
             "the flag ticks the box");
   }
 
@@ -90,7 +89,7 @@ void TestSettings(std::string_view file) {
   SaveSettings();
   Files.CloseFiles();
   Load({});
-  Require(InterfaceFileName() == "OTHER.BIN" && frmEditor.Check2.Ticked(),
+  Require(InterfaceFileName() == "OTHER.BIN" && IsOn(Settings.BackupFlag),
           "what was saved loads again");
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
+
+#include "platform/checked_integer.h"
 
 namespace quillmark {
 
@@ -20,5 +24,32 @@ double RequireNumber(std::string_view text);
 /// `number` as the nearest whole one, a half going to the even neighbour. What lies beyond 1e15,
 /// far outside of every field, comes back as that.
 std::int64_t RoundedNumber(double number);
+
+/// The digit test of all numeric boxes: whether every character is "0" to "9". An empty text fails.
+bool IsAllDigits(std::string_view text);
+
+/// The number that `text` begins with, behind blanks and with a sign and a fraction if there are
+/// any, rounded to the nearest whole one; 0 if it begins with none. A number that no field of the
+/// model can hold comes back as one that no field can hold either.
+std::int64_t NumberAtStart(std::string_view text);
+
+/// The number that the whole of `text` is, rounded alike. Throws the type fault if it is none.
+std::int64_t WholeNumber(std::string_view text);
+
+/// The number of the hexadecimal digits that `text` begins with, 0 without any; too many of them
+/// give the largest number.
+std::uint64_t HexAtStart(std::string_view text);
+
+/// `value` in capital hexadecimal, without leading zeros.
+std::string HexText(std::uint32_t value);
+
+template <std::integral Raw>
+std::string DecimalText(CheckedInteger<Raw> value) {
+  return std::to_string(value.value());
+}
+
+/// The number of the decimal digits that `text` begins with, 0 without any; too many of them give
+/// the largest number.
+int DigitsAtStart(std::string_view text);
 
 }  // namespace quillmark

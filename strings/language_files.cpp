@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/script_model.h"
-#include "frame/interface_table.h"
 #include "platform/ansi.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
@@ -26,17 +25,15 @@ struct LanguageRules {
   std::string_view fileName;
   bool sizesOffsets;   ///< its reader empties the offset array first
   bool namesFromPool;  ///< its reader takes the names of the levels from the pool
-  int readTrouble;     ///< entries of the interface
-  int writeTrouble;
 };
 
-constexpr std::array<LanguageRules, kLanguageCount> kRules = {{{"ENGLISH.DAT", true, false, 1, 8},
-                                                               {"ITALIAN.DAT", true, false, 2, 9},
-                                                               {"GERMAN.DAT", false, false, 3, 10},
-                                                               {"US.DAT", false, true, 4, 11},
-                                                               {"FRENCH.DAT", false, false, 7, 14},
-                                                               {"SPANISH.DAT", false, true, 5, 12},
-                                                               {"JAPAN.DAT", false, true, 6, 13}}};
+constexpr std::array<LanguageRules, kLanguageCount> kRules = {{{"ENGLISH.DAT", true, false},
+                                                               {"ITALIAN.DAT", true, false},
+                                                               {"GERMAN.DAT", false, false},
+                                                               {"US.DAT", false, true},
+                                                               {"FRENCH.DAT", false, false},
+                                                               {"SPANISH.DAT", false, true},
+                                                               {"JAPAN.DAT", false, true}}};
 
 constexpr std::array<Language, kLanguageCount> kSaveOrder = {
     Language::ITALIAN, Language::ENGLISH, Language::JAPAN, Language::FRENCH,
@@ -64,22 +61,15 @@ std::string Scrambled(std::string text) {
   return text;
 }
 
-void Fail(int entry) {
-  if (listeners.failed) {
-    listeners.failed(entry);
-  } else {
-    ShowErrorEntry(entry);
-  }
-}
-
-/// Runs `work` with the file of `number`; a fault is shown and gives false, with the file closed.
-template <class Work>
-bool ShowingFaults(int number, int entry, Work work) {
+/// Runs `steps` of that work on the file of `number`; a fault is told and gives false, with the
+/// file closed.
+template <class Steps>
+bool TellingFaults(int number, Language language, FileWork work, Steps steps) {
   try {
-    return work();
+    return steps();
   } catch (const Fault&) {
     Files.Abandon(number);
-    Fail(entry);
+    Tell(listeners.failed, language, work);
     return false;
   }
 }
@@ -207,7 +197,7 @@ void ForgetLanguages() {
 
 bool ReadLanguage(Language language, const std::string& path) {
   const LanguageRules& rules = Rules(language);
-  return ShowingFaults(kReadNumber, rules.readTrouble, [&] {
+  return TellingFaults(kReadNumber, language, FileWork::Read, [&] {
     LanguageSlot& slot = Slot(language);
     Files.OpenBinary(kReadNumber, path);
     ReadSlot(slot, rules.sizesOffsets);
@@ -219,8 +209,7 @@ bool ReadLanguage(Language language, const std::string& path) {
 }
 
 bool WriteLanguage(Language language, const std::string& path) {
-  const LanguageRules& rules = Rules(language);
-  return ShowingFaults(kWriteNumber, rules.writeTrouble, [&] {
+  return TellingFaults(kWriteNumber, language, FileWork::Write, [&] {
     Files.OpenBinary(kWriteNumber, path);
     const FlushOnFault keepWhatIsWritten(kWriteNumber);
     WriteSlot(Slot(language));

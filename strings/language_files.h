@@ -51,6 +51,9 @@ std::string_view LanguageFileName(Language language);
 /// The language whose file has that upper-cased name; false if it is none of the seven.
 bool FindLanguage(std::string_view fileName, Language& language);
 
+/// What was asked of a language file.
+enum class FileWork { Read, Write };
+
 /// What the readers and `SetPrimaryLanguage` tell whoever shows the strings. Routines that are left
 /// empty are passed over.
 struct StringListeners {
@@ -59,9 +62,7 @@ struct StringListeners {
   std::function<void(const std::string&)> levelName;   ///< the name of level 1, 2, ...
   std::function<void()> poolBegins;                    ///< the lists of strings start anew
   std::function<void(const std::string&)> poolString;
-  /// A file could not be read or written: the interface's entry that says so. Left empty, the entry
-  /// is shown as an error box.
-  std::function<void(int entry)> failed;
+  std::function<void(Language, FileWork)> failed;  ///< a file could not be read or written
 };
 /// Names who is told from now on.
 void SetStringListeners(StringListeners listeners);
@@ -73,15 +74,15 @@ void SizeOffsetArrays();
 void ForgetLanguages();
 
 /// Reads the file at `path` into the language's slot. True only for the primary language; any error
-/// is shown as the language's own message and gives false. With `Primary` off the result is false
+/// is told to the listener and gives false. With `Primary` off the result is false
 /// too, and the file stays open under number 2 for the caller to close.
 bool ReadLanguage(Language language, const std::string& path);
 
-/// Writes the slot over the file at `path`, which is not emptied first. Any error is shown as the
-/// language's own message and gives false.
+/// Writes the slot over the file at `path`, which is not emptied first. Any error is told to the
+/// listener and gives false.
 bool WriteLanguage(Language language, const std::string& path);
 
-/// Reads the file that `ReadLanguagesIn` has found. What goes wrong is shown and then passed over.
+/// Reads the file that `ReadLanguagesIn` has found. What goes wrong is told and then passed over.
 void ReadFoundLanguage(std::string_view fileName, const std::string& path);
 
 /// Writes every loaded language to its file in `folder`, in the order of a save. Ends with false at

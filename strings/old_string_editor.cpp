@@ -1,14 +1,13 @@
-#include "editor/editor_form.h"
+#include "forms/editor_controls.h"
+#include "forms/interface_texts.h"
 #include "forms/string_forms.h"
-#include "frame/interface_table.h"
 #include "platform/fault.h"
 #include "strings/language_files.h"
+#include "strings/level_rows.h"
 #include "strings/string_editors.h"
 
 namespace quillmark {
 namespace {
-
-constexpr int kNoLegendEntry = 61;
 
 /// Appends the first `NumStrings` of the pool to each of the controls.
 void AddStrings(std::initializer_list<RowsControl*> controls) {
@@ -40,7 +39,7 @@ void Apply() {
 void RefillLegends() {
   frmEditor.cmbLegend.Clear();
   frmEditor.cmbName.Clear();
-  frmEditor.cmbLegend.AddRow(InterfaceTable[kNoLegendEntry]);
+  frmEditor.cmbLegend.AddRow(TextOf(Entry::NoLegendRow));
   AddStrings({&frmEditor.cmbLegend, &frmEditor.cmbName});
   const LevelRecord& level = SelectedLevel();
   frmEditor.cmbLegend.Select(IsOn(level.LegendOn) ? level.Legend.value() + 1 : 0);

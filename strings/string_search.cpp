@@ -1,6 +1,6 @@
-#include "editor/editor_form.h"
+#include "forms/apply_texts.h"
+#include "forms/editor_controls.h"
 #include "forms/string_forms.h"
-#include "frame/apply_language.h"
 #include "strings/language_files.h"
 #include "strings/string_editors.h"
 
@@ -24,15 +24,15 @@ void TakeRow() {
   StringsMod.FindIndex = fss.l.Row();
 }
 
-void ReturnToObject() {
-  frmEditor.cmbString.Select(SelectedLevel().Objects[SelectedObject()].StringId);
+void ReturnToObject(const LevelPanel& panel) {
+  frmEditor.cmbString.Select(panel.selectedString());
   fss.l.Select(StringsMod.FindIndex);
 }
 
-void Find() {
+void Find(const LevelPanel& panel) {
   const std::string& text = fss.txtFind.Text();
   if (text.empty()) {
-    ReturnToObject();
+    ReturnToObject(panel);
     return;
   }
   const int found = FindPoolString(text);
@@ -43,10 +43,10 @@ void Find() {
 
 }  // namespace
 
-void AttachStringSearch() {
+void AttachStringSearch(const LevelPanel& panel) {
   fss.onLoad = LoadForm;
   fss.l.onSelect = TakeRow;
-  fss.txtFind.onChange = Find;
+  fss.txtFind.onChange = [panel] { Find(panel); };
   frmEditor.Command32.onPress = Open;
 }
 

@@ -1,8 +1,8 @@
 #include <array>
 
-#include "editor/editor_form.h"
+#include "forms/apply_texts.h"
+#include "forms/editor_controls.h"
 #include "forms/string_forms.h"
-#include "frame/apply_language.h"
 #include "strings/language_files.h"
 #include "strings/string_editors.h"
 
@@ -77,13 +77,13 @@ char StoredLetter(char typed) {
   return typed;
 }
 
-void Accept() {
+void Accept(const LevelPanel& panel) {
   for (const Language language :
        {Language::ITALIAN, Language::ENGLISH, Language::SPANISH, Language::US, Language::GERMAN,
         Language::JAPAN, Language::FRENCH}) {
     if (IsOn(Slot(language).Primary)) SetPrimaryLanguage(language);
   }
-  Update3();
+  panel.refresh();
   Form2.Unload();
 }
 
@@ -100,14 +100,14 @@ void OpenFromMainForm() {
 
 }  // namespace
 
-void AttachStringTable() {
+void AttachStringTable(const LevelPanel& panel) {
   Form2.onLoad = LoadForm;
   Form2.ListView1.onItemClick = ShowRow;
   for (std::size_t box = 0; box < kLanguages.size(); ++box) {
     Form2.txtString[box].onChange = [box] { TakeTexts(box); };
     Form2.txtString[box].onKeyPress = StoredLetter;
   }
-  Form2.Command1.onPress = Accept;
+  Form2.Command1.onPress = [panel] { Accept(panel); };
   Form2.Command2.onPress = Cancel;
   frmEditor.Command6.onPress = OpenFromMainForm;
   frmEditor.Command22.onPress = [] { Form2.Show(); };

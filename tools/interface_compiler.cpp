@@ -2,6 +2,7 @@
 //
 //     interface_compiler table ENGLISH.txt TEXTS.txt OUTPUT.BIN     the table of one language
 //     interface_compiler names ENGLISH.txt interface.h              the names of the entries
+//     interface_compiler header ENGLISH.txt interface_entries.h     the same for the sources
 //
 // A text file is UTF-8, one entry a line: NUMBER, a tab, NAME, a tab, TEXT. Lines that start with #
 // and empty lines are passed over. In a text `\n` is a line end and `\\` a backslash. Every
@@ -158,6 +159,25 @@ std::string Names(const Entries& entries) {
   });
 }
 
+/// The numbers of the entries for C++ sources, and what a table begins with.
+std::string Header(const Entries& entries) {
+  std::string text =
+      "// Made by interface_compiler.\n#pragma once\n\n#include <string_view>\n\n"
+      "namespace quillmark {\n\n/// Numbers of the interface texts.\nenum class Entry {\n";
+  for (const auto& [number, entry] : entries) {
+    text += "  " + entry.name + " = " + std::to_string(number) + ",\n";
+  }
+  text +=
+      "};\n\n/// What a table of interface texts begins with on disk.\n"
+      "inline constexpr std::string_view kTableMagic(\"";
+  for (const char c : kMagic) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    text += {'\\', 'x', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+  }
+  return text + "\", " + std::to_string(kMagic.size()) + ");\n\n}  // namespace quillmark\n";
+}
+
 void WriteFile(const std::string& path, std::string_view bytes) {
   std::ofstream output(FilePath(path), std::ios::binary | std::ios::trunc);
   output.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -175,9 +195,12 @@ int main(int argc, char** argv) try {
     WriteFile(argv[4], Table(entries));
   } else if (mode == "names" && argc == 4) {
     WriteFile(argv[3], Names(ReadEntries(argv[2])));
+  } else if (mode == "header" && argc == 4) {
+    WriteFile(argv[3], Header(ReadEntries(argv[2])));
   } else {
     std::cerr << "usage: interface_compiler table ENGLISH.txt TEXTS.txt OUTPUT.BIN\n"
-                 "       interface_compiler names ENGLISH.txt interface.h\n";
+                 "       interface_compiler names ENGLISH.txt interface.h\n"
+                 "       interface_compiler header ENGLISH.txt interface_entries.h\n";
     return 64;
   }
   return 0;

@@ -61,7 +61,7 @@ class LanguageTroubles {
  public:
   LanguageTroubles() {
     StringListeners listeners;
-    listeners.failed = [this](int) { met_ = true; };
+    listeners.failed = [this](Language, FileWork) { met_ = true; };
     SetStringListeners(listeners);
   }
   ~LanguageTroubles() { SetStringListeners({}); }

@@ -17,7 +17,7 @@
 #include "controls/desktop.h"
 #include "driver/widget_screen.h"
 #include "forms/editor_controls.h"
-#include "frame/interface_table.h"
+#include "forms/interface_texts.h"
 #include "frame/startup.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <tuple>
 
+#include "forms/interface_texts.h"
 #include "frame/interface_table.h"
 #include "platform/file_numbers.h"
 #include "strings/language_files.h"
@@ -23,7 +24,10 @@ class CoreLanguageTest : public CoreTest {
     listeners.levelName = [this](const std::string& text) { told_ += "level " + text; };
     listeners.poolBegins = [this] { told_ += "pool "; };
     listeners.poolString = [this](const std::string& text) { told_ += "string " + text; };
-    listeners.failed = [this](int entry) { told_ += "failed " + std::to_string(entry); };
+    listeners.failed = [this](Language language, FileWork work) {
+      told_ += work == FileWork::Read ? "can't read " : "can't write ";
+      told_ += LanguageFileName(language);
+    };
     SetStringListeners(listeners);
   }
 
@@ -95,24 +99,24 @@ TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
   TRScript.Levels.Redim(2);
   TRScript.Levels[1].NameString = 1;
   StringsMod.StringPool.Redim(2048);
-  using Case = std::tuple<const char*, Language, bool, bool, int, int>;
-  for (const auto& [file, language, emptiesOffsets, namesFromPool, read, write] :
-       std::initializer_list<Case>{{"ENGLISH.DAT", Language::ENGLISH, true, false, 1, 8},
-                                   {"ITALIAN.DAT", Language::ITALIAN, true, false, 2, 9},
-                                   {"GERMAN.DAT", Language::GERMAN, false, false, 3, 10},
-                                   {"US.DAT", Language::US, false, true, 4, 11},
-                                   {"SPANISH.DAT", Language::SPANISH, false, true, 5, 12},
-                                   {"JAPAN.DAT", Language::JAPAN, false, true, 6, 13},
-                                   {"FRENCH.DAT", Language::FRENCH, false, false, 7, 14}}) {
+  using Case = std::tuple<const char*, Language, bool, bool>;
+  for (const auto& [file, language, emptiesOffsets, namesFromPool] :
+       std::initializer_list<Case>{{"ENGLISH.DAT", Language::ENGLISH, true, false},
+                                   {"ITALIAN.DAT", Language::ITALIAN, true, false},
+                                   {"GERMAN.DAT", Language::GERMAN, false, false},
+                                   {"US.DAT", Language::US, false, true},
+                                   {"SPANISH.DAT", Language::SPANISH, false, true},
+                                   {"JAPAN.DAT", Language::JAPAN, false, true},
+                                   {"FRENCH.DAT", Language::FRENCH, false, false}}) {
     SCOPED_TRACE(file);
     Language found{};
     EXPECT_TRUE(FindLanguage(file, found));
     EXPECT_EQ(found, language);
     LanguageSlot& slot = Slot(language);
     EXPECT_FALSE(ReadLanguage(language, Path("folder")));
-    EXPECT_EQ(TakeTold(), "failed " + std::to_string(read));
+    EXPECT_EQ(TakeTold(), "can't read " + std::string(file));
     EXPECT_FALSE(WriteLanguage(language, Path("folder")));
-    EXPECT_EQ(TakeTold(), "failed " + std::to_string(write));
+    EXPECT_EQ(TakeTold(), "can't write " + std::string(file));
     EXPECT_EQ(slot.Loaded, 0);
 
     slot.Offsets[7] = 5;
@@ -134,7 +138,7 @@ TEST_F(CoreLanguageTest, DiffersBetweenTheLanguagesAsTold) {
   EXPECT_EQ(Slot(Language::US).Primary, -1);
   TRScript.Levels[1].NameString = 4;
   EXPECT_FALSE(ReadLanguage(Language::ENGLISH, Path("a"))) << "a name outside the strings";
-  EXPECT_TRUE(TakeTold().ends_with("levels failed 1"));
+  EXPECT_TRUE(TakeTold().ends_with("levels can't read ENGLISH.DAT"));
 }
 
 TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
@@ -150,7 +154,7 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
     slot = {};
     MakeFile(Path("a"), Word(count1) + Word(count2) + Word(count3) + Zeros(5000));
     ReadLanguage(Language::ENGLISH, Path("a"));
-    EXPECT_EQ(TakeTold(), loaded ? "" : "failed 1") << count1;
+    EXPECT_EQ(TakeTold(), loaded ? "" : "can't read ENGLISH.DAT") << count1;
     EXPECT_EQ(slot.Loaded, loaded ? -1 : 0);
     EXPECT_EQ(slot.Total, total);
     EXPECT_EQ(slot.Count3, count3) << "the slot is as far as it got";
@@ -162,7 +166,7 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
     MakeFile(Path("a"),
              Word(2 * pairs) + Zeros(10) + Repeated(Word(0) + Word(32767), pairs) + "x" + Zeros(1));
     ReadLanguage(Language::ENGLISH, Path("a"));
-    EXPECT_EQ(TakeTold(), pairs == 32 ? "" : "failed 1");
+    EXPECT_EQ(TakeTold(), pairs == 32 ? "" : "can't read ENGLISH.DAT");
     EXPECT_EQ(slot.Strings[62].size(), 32767U);
     Files.CloseFiles();
   }
@@ -184,7 +188,7 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
     slot.Strings.Set(2, std::string(third, 'x'));
     fs::remove(Path("a"));
     EXPECT_EQ(WriteLanguage(Language::ENGLISH, Path("a")), written);
-    EXPECT_EQ(TakeTold(), written ? "" : "failed 8");
+    EXPECT_EQ(TakeTold(), written ? "" : "can't write ENGLISH.DAT");
     EXPECT_EQ(Bytes(Path("a")).size(), size) << "of the file that is left";
     EXPECT_FALSE(Files.IsOpen(1));
   }
@@ -209,7 +213,7 @@ TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
   for (const char* name : {"ENGLISH.DAT", "JAPAN.DAT", "german.dat"}) fs::remove(Path(name));
   fs::create_directory(Path("JAPAN.DAT"));
   EXPECT_FALSE(WriteLoadedLanguages(folder));
-  EXPECT_EQ(TakeTold(), "failed 13");
+  EXPECT_EQ(TakeTold(), "can't write JAPAN.DAT");
   EXPECT_TRUE(fs::exists(Path("ENGLISH.DAT")));
   EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
 }
