@@ -3,7 +3,7 @@
 
 # What a build of the program takes; the libraries of tools and tests too, since the build tree is
 # configured as a whole.
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools librsvg2-bin ccache
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools ccache
   nlohmann-json3-dev libgtest-dev libgmock-dev)
 
 as_root() {

@@ -1,5 +1,5 @@
 # The icon, the version block and the manifest of the Windows program. Included beside the target
-# `quillmark`, where its icon is drawn in all sizes.
+# `quillmark`.
 enable_language(RC)
 find_program(ICOTOOL icotool REQUIRED)
 
@@ -8,9 +8,9 @@ configure_file(${CMAKE_CURRENT_LIST_DIR}/quillmark.manifest.in ${manifest} @ONLY
 configure_file(${CMAKE_CURRENT_LIST_DIR}/quillmark.rc.in quillmark.rc @ONLY)
 
 set(sizes 16 20 24 32 48 64 128)
-list(TRANSFORM sizes REPLACE "(.+)" "${CMAKE_CURRENT_BINARY_DIR}/icons/quillmark_\\1.png"
-     OUTPUT_VARIABLE pictures)
-set(largest ${CMAKE_CURRENT_BINARY_DIR}/icons/quillmark_256.png)
+set(kept ${PROJECT_SOURCE_DIR}/ui/icons/png)
+list(TRANSFORM sizes REPLACE "(.+)" "${kept}/quillmark_\\1.png" OUTPUT_VARIABLE pictures)
+set(largest ${kept}/quillmark_256.png)
 set(icon ${CMAKE_CURRENT_BINARY_DIR}/quillmark.ico)
 add_custom_command(
   OUTPUT ${icon}
