@@ -1,21 +1,29 @@
 // Load and save, each beside the plain work that it can't avoid: the same bytes of the same files,
 // read or written with one call per file. Both are timed in turn, so that what else the machine
-// does meets both.
+// does meets both. And the memory of languages, whole ones and such as are damaged in the worst
+// way.
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bench/largest_script.h"
 #include "bench/plain_files.h"
 #include "bench/temporary_folder.h"
 #include "core/script_dat.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "platform/little_endian.h"
 #include "strings/language_files.h"
 
 namespace quillmark {
@@ -145,6 +153,47 @@ void Save(benchmark::State& state, const Case& chosen) {
       [&] { std::for_each(files.begin(), files.end(), WritePlainly); });
 }
 
+std::string UsualLanguage() {
+  std::ifstream file(QUILLMARK_SAMPLES "/tr4/ENGLISH.DAT", std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Offsets that go up and down: every other string reaches as far behind the end as one can.
+std::string DamagedLanguage() {
+  std::string bytes;
+  for (const int number : {kOffsetPlaces, 0, 0, 0, 0, 0}) AppendNumber(bytes, Int16(number));
+  for (int i = 0; i < kOffsetPlaces; ++i) AppendNumber(bytes, Int16(i % 2 == 0 ? 0 : 32767));
+  return bytes;
+}
+
+std::size_t BytesOnHeap() {
+  const struct mallinfo2 all = mallinfo2();
+  return all.uordblks + all.hblkhd;
+}
+
+/// Seven languages of the same bytes, the last of them the primary one.
+void LoadLanguages(benchmark::State& state, const std::string& bytes) {
+  const TemporaryFolder folder;
+  for (int i = 0; i < kLanguageCount; ++i) {
+    const std::string name(LanguageFileName(static_cast<Language>(i)));
+    std::ofstream(folder.File(name.c_str()), std::ios::binary) << bytes;
+  }
+  std::size_t used = 0;
+  for (auto _ : state) {
+    EmptyModel();
+    const std::size_t before = BytesOnHeap();
+    Slot(Language::JAPAN).Primary = kOn;
+    for (int i = 0; i < kLanguageCount; ++i) {
+      const std::string_view name = LanguageFileName(static_cast<Language>(i));
+      ReadFoundLanguage(name, JoinPath(folder.Path().string(), name));
+      Files.CloseFiles();
+    }
+    SetPrimaryLanguage(Language::JAPAN);
+    used = BytesOnHeap() - before;
+  }
+  state.counters["MiB"] = static_cast<double>(used) / (1U << 20U);
+}
+
 }  // namespace
 }  // namespace quillmark
 
@@ -155,5 +204,7 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark(("load/" + chosen.name).c_str(), Load, chosen)->UseManualTime();
     benchmark::RegisterBenchmark(("save/" + chosen.name).c_str(), Save, chosen)->UseManualTime();
   }
+  benchmark::RegisterBenchmark("languages/usual", LoadLanguages, UsualLanguage());
+  benchmark::RegisterBenchmark("languages/damaged", LoadLanguages, DamagedLanguage());
   benchmark::RunSpecifiedBenchmarks();
 }

@@ -136,9 +136,9 @@ void SumSizes(LanguageSlot& slot) {
   int next = 0;
   for (std::size_t group = 0; group < kCounts.size(); ++group) {
     Int16& size = slot.*kSizes[group];
-    const std::size_t start = slot.Strings.First(next).size();
+    const std::size_t start = slot.Strings.SizeOfFirst(next);
     const int end = next + slot.*kCounts[group];
-    while (next < end) size = slot.Strings.First(++next).size() - start;
+    while (next < end) size = slot.Strings.SizeOfFirst(++next) - start;
   }
 }
 
@@ -147,14 +147,14 @@ void WriteOffsets(LanguageSlot& slot, int count) {
   const int places = std::min(count, static_cast<int>(slot.Offsets.size()));
   int i = 0;
   for (; i < places; ++i) {
-    const std::size_t offset = slot.Strings.First(i).size();
+    const std::size_t offset = slot.Strings.SizeOfFirst(i);
     if (!std::in_range<std::int16_t>(offset)) break;
     slot.Offsets[i] = offset;
   }
   std::string numbers;
   AppendNumbers(numbers, slot.Offsets.First(i));
   Files.WriteText(kWriteNumber, numbers);
-  if (i < count) slot.Offsets[i] = slot.Strings.First(i).size();
+  if (i < count) slot.Offsets[i] = slot.Strings.SizeOfFirst(i);
 }
 
 void WriteSlot(LanguageSlot& slot) {
@@ -165,7 +165,8 @@ void WriteSlot(LanguageSlot& slot) {
   // Kept as it is: string 0 and its offset are written even if there are none.
   const int count = std::max<int>(1, slot.Total);
   WriteOffsets(slot, count);
-  Files.WriteText(kWriteNumber, Scrambled(std::string(slot.Strings.First(count))));
+  // Sizes and offsets that fit their numbers leave little to write, whatever was cut.
+  Files.WriteText(kWriteNumber, Scrambled(slot.Strings.JoinFirst(count)));
 }
 
 }  // namespace

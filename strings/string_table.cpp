@@ -39,7 +39,7 @@ void ListStrings() {
   for (int i = 0; i < StringsMod.NumStrings; ++i) {
     std::vector<std::string> cells = {std::to_string(i)};
     for (std::size_t box = 0; box < kLanguages.size(); ++box) {
-      cells.emplace_back(IsLoaded(box) ? Slot(kLanguages[box]).Strings[i] : std::string_view());
+      cells.push_back(IsLoaded(box) ? ShownText(Slot(kLanguages[box]).Strings[i]) : std::string());
     }
     Form2.ListView1.AddRow(std::move(cells));
   }

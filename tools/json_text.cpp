@@ -1,5 +1,7 @@
 #include "tools/json_text.h"
 
+#include <utility>
+
 namespace quillmark {
 
 std::string TextOfBytes(std::string_view bytes) {
@@ -34,6 +36,20 @@ std::string JsonLine(const Json& value) {
     }
   }
   return line;
+}
+
+void PrintJson(std::ostream& output, const Json& value) {
+  if (value.empty() || !value.is_structured()) {
+    output << JsonLine(value);
+    return;
+  }
+  char separator = value.is_object() ? '{' : '[';
+  for (const auto& [key, item] : value.items()) {
+    output << std::exchange(separator, ',');
+    if (value.is_object()) output << JsonLine(key) << ':';
+    PrintJson(output, item);
+  }
+  output << (value.is_object() ? '}' : ']');
 }
 
 }  // namespace quillmark

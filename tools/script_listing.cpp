@@ -108,8 +108,9 @@ Status Run(const Request& request) {
   bool whole = false;
   const Status loaded = Load(request, troubles, whole);
   if (request.resave) return loaded == kDone ? Save(request.target) : loaded;
-  if (whole && !(std::cout << JsonLine(ListScript()) << std::endl)) {
-    throw Fault(FaultKind::File, "the listing can't be written");
+  if (whole) {
+    PrintJson(std::cout, ListScript());
+    if (!(std::cout << std::endl)) throw Fault(FaultKind::File, "the listing can't be written");
   }
   return loaded;
 }

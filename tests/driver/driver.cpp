@@ -93,7 +93,8 @@ What Read(std::istream& line) {
 // What the commands do.
 
 bool Print(const Json& answer) {
-  std::cout << JsonLine(answer) << "\n";
+  PrintJson(std::cout, answer);
+  std::cout << "\n";
   return true;
 }
 

@@ -83,7 +83,7 @@ TEST_F(CoreLanguageTest, KeepsTextsOneBehindTheOther) {
   texts.Set(1, "longer");
   texts.Set(3, texts[1]);
   texts.Set(2, "");
-  EXPECT_EQ(texts.First(5), "longerlonger");
+  EXPECT_EQ(texts.JoinFirst(5), "longerlonger");
   EXPECT_EQ(texts[2], "");
   EXPECT_EQ(texts[3], "longer");
   EXPECT_EQ(texts[4], "");
@@ -161,15 +161,47 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
     Files.CloseFiles();
   }
   EXPECT_EQ(slot.Strings[1].size(), 4991U);
-  // Damaged offsets can't ask for any amount of memory.
-  for (const int pairs : {32, 33}) {
-    MakeFile(Path("a"),
-             Word(2 * pairs) + Zeros(10) + Repeated(Word(0) + Word(32767), pairs) + "x" + Zeros(1));
-    ReadLanguage(Language::ENGLISH, Path("a"));
-    EXPECT_EQ(TakeTold(), pairs == 32 ? "" : "can't read ENGLISH.DAT");
-    EXPECT_EQ(slot.Strings[62].size(), 32767U);
-    Files.CloseFiles();
-  }
+}
+
+TEST_F(CoreLanguageTest, TakesZerosFromBehindTheEndOfAnyFile) {
+  // Offsets up and down: every other string reaches 32767 bytes, the first from inside the file.
+  MakeFile(Path("a"),
+           Word(2049) + Zeros(10) + Repeated(Word(0) + Word(32767), 1024) + Word(0) + Hex("1d 00"));
+  LanguageSlot& slot = Slot(Language::ENGLISH);
+  slot.Primary = kOn;
+  EXPECT_TRUE(ReadLanguage(Language::ENGLISH, Path("a")));
+  SetPrimaryLanguage(Language::ENGLISH);
+  TakeTold();
+  EXPECT_EQ(slot.Strings[0], "A" + Zeros(32766));
+  EXPECT_EQ(slot.Strings[1], "");
+  EXPECT_EQ(StringsMod.StringPool[2046], Zeros(32767));
+  EXPECT_EQ(slot.Strings[2048], Zeros(3)) << "to the end, and one further";
+  EXPECT_EQ(slot.Strings[2], Zeros(32767));
+  EXPECT_EQ(slot.Strings[2].data(), slot.Strings[2046].data()) << "the zeros are there only once";
+
+  slot.Strings.Set(2046, "new");
+  slot.Strings.Set(2, "");
+  slot.Strings.Set(1, slot.Strings[2048]);
+  EXPECT_EQ(slot.Strings.SizeOfFirst(2049), 1022U * 32767 + 3 + 3 + 3);
+  EXPECT_EQ(slot.Strings[0], "A" + Zeros(32766));
+  EXPECT_EQ(slot.Strings[1], Zeros(3));
+  EXPECT_EQ(slot.Strings[2], "");
+  EXPECT_EQ(slot.Strings[4], Zeros(32767));
+  EXPECT_EQ(slot.Strings[2046], "new");
+  EXPECT_EQ(slot.Strings[2048], Zeros(3));
+
+  MakeFile(Path("a"), Repeated("x", 20));
+  EXPECT_FALSE(WriteLanguage(Language::ENGLISH, Path("a")));
+  EXPECT_EQ(TakeTold(), "can't write ENGLISH.DAT");
+  EXPECT_EQ(Bytes(Path("a")), Word(2049) + Word(0) + Word(0) + Repeated("x", 14));
+  // What fits the numbers again is written with its zeros.
+  for (int i = 4; i < 2046; ++i) slot.Strings.Set(i, "");
+  slot.Strings.Set(0, "B");
+  MakeFile(Path("a"), "");
+  EXPECT_TRUE(WriteLanguage(Language::ENGLISH, Path("a")));
+  const std::string written = Bytes(Path("a"));
+  EXPECT_EQ(written.substr(6, 2), Word(10));
+  EXPECT_EQ(written.substr(12 + 2 * 2049), Hex("1e 000000 32392b 000000"));
 }
 
 TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {

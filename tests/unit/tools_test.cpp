@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 #include <tuple>
 
 #include "tools/json_text.h"
@@ -104,6 +105,10 @@ TEST_F(ToolsTest, ListingTellsTheSampleAndChangesNoFile) {
 TEST_F(ToolsTest, ListingEscapesWhatIsNoPlainCharacter) {
   EXPECT_EQ(JsonLine(TextOfBytes(Hex("00 08 09 0a 0c 0d 1f 22 5c 7e 7f 80 ff"))),
             R"("\u0000\u0008\u0009\u000a\u000c\u000d\u001f\"\\~\u007f\u0080\u00ff")");
+  const char* const nested = R"({"a\"":[1,-2,[],{}],"b":{"c":"\u00e9\u0000"}})";
+  std::ostringstream printed;
+  PrintJson(printed, Json::parse(nested));
+  EXPECT_EQ(printed.str(), nested);
 }
 
 TEST_F(ToolsTest, ListingRefusesToSaveWhatItCouldReadOnlyInPart) {
