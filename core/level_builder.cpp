@@ -4,9 +4,7 @@
 #include "core/level_stream.h"
 #include "core/object_groups.h"
 #include "core/opcode_table.h"
-#include "core/stream_file.h"
 #include "platform/little_endian.h"
-#include "platform/log.h"
 
 namespace quillmark {
 namespace {
@@ -28,7 +26,7 @@ void AppendOpcode(std::string& stream, int opcode) {
 /// Writes one game's elements of one level.
 class ElementWriter {
  public:
-  ElementWriter(LevelRecord& level, bool isTitle, std::string& stream)
+  ElementWriter(const LevelRecord& level, bool isTitle, std::string& stream)
       : level_(level), isTitle_(isTitle), stream_(stream) {}
 
   void Write(const Element& element) {
@@ -45,7 +43,7 @@ class ElementWriter {
   }
 
   void WriteContent(const Element& element, const Objects& objects) {
-    WithGroup(level_, objects.kind, [&](Byte& count, auto& entries) {
+    WithGroup(level_, objects.kind, [&](const Byte& count, const auto& entries) {
       for (int i = 0; i < count; ++i) {
         const auto& entry = entries[i];
         int place = entry.Id - 1;
@@ -103,40 +101,18 @@ class ElementWriter {
     return false;
   }
 
-  LevelRecord& level_;
+  const LevelRecord& level_;
   bool isTitle_;
   std::string& stream_;
 };
 
-void WriteStream(int level, const StreamFormat& format, std::string& stream) {
-  ElementWriter writer(TRScript.Levels[level], level == 0, stream);
+}  // namespace
+
+void AppendStream(const LevelRecord& level, bool isTitle, const StreamFormat& format,
+                  std::string& stream) {
+  ElementWriter writer(level, isTitle, stream);
   for (const Element& element : format.Elements()) writer.Write(element);
   AppendOpcode(stream, kEndOfData);
 }
-
-void BuildLevel(int level, const StreamFormat& format) {
-  LogWrite("Building ", format.Game(), " script data for level #", level);
-  StreamFile file;
-  WriteStream(level, format, file.Written());
-  file.Close();
-
-  const auto size = static_cast<std::int64_t>(file.Written().size());
-  Int16& nextOffset = TRScript.LevelOffsets[level + 1];
-  nextOffset = std::int64_t{TRScript.LevelOffsets[level].value()} + size;
-
-  const std::string& content = file.Reopen();
-  LevelRawEntry& raw = TRScript.LevelRaw[level];
-  for (std::size_t i = 0; i < content.size(); ++i) {
-    raw.Bytes[i] = static_cast<std::uint8_t>(content[i]);
-  }
-  raw.Length = size;
-  file.Close();
-}
-
-}  // namespace
-
-void BuildLevelTr4(int level) { BuildLevel(level, Tr4Format()); }
-
-void BuildLevelTr5(int level) { BuildLevel(level, Tr5Format()); }
 
 }  // namespace quillmark

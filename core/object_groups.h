@@ -4,9 +4,10 @@
 
 namespace quillmark {
 
-/// Calls `use(count, entries)` with the group that holds the objects of `kind`.
-template <class Use>
-void WithGroup(LevelRecord& level, ObjectKind kind, Use use) {
+/// Calls `use(count, entries)` with the group that holds the objects of `kind`. `Level` is a record
+/// that may be changed or not.
+template <class Level, class Use>
+void WithGroup(Level& level, ObjectKind kind, Use use) {
   switch (kind) {
     case ObjectKind::Puzzle:
       return use(level.PuzzleCount, level.Puzzles);

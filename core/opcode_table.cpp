@@ -48,17 +48,6 @@ const Element& AnimatingMip() {
   return element;
 }
 
-}  // namespace
-
-StreamFormat::StreamFormat(std::string_view game, std::vector<Element> elements)
-    : game_(game), elements_(std::move(elements)) {
-  for (const Element& element : elements_) {
-    for (unsigned opcode = element.first; opcode <= element.last; ++opcode) {
-      byOpcode_[opcode] = &element;
-    }
-  }
-}
-
 const StreamFormat& Tr4Format() {
   static const StreamFormat format(
       "TR4",
@@ -117,5 +106,18 @@ const StreamFormat& Tr5Format() {
        LevelClose()});
   return format;
 }
+
+}  // namespace
+
+StreamFormat::StreamFormat(std::string_view game, std::vector<Element> elements)
+    : game_(game), elements_(std::move(elements)) {
+  for (const Element& element : elements_) {
+    for (unsigned opcode = element.first; opcode <= element.last; ++opcode) {
+      byOpcode_[opcode] = &element;
+    }
+  }
+}
+
+const StreamFormat& FormatOf(const Byte& kind) { return kind == kTr4 ? Tr4Format() : Tr5Format(); }
 
 }  // namespace quillmark

@@ -94,8 +94,7 @@ class StreamFormat {
   std::array<const Element*, 256> byOpcode_{};
 };
 
-/// The formats of the two games. Made at the first call.
-const StreamFormat& Tr4Format();
-const StreamFormat& Tr5Format();
+/// The format of the game that `kind`, a `ScriptKind`, stands for. Made at the first call.
+const StreamFormat& FormatOf(const Byte& kind);
 
 }  // namespace quillmark

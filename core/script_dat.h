@@ -6,6 +6,9 @@
 
 namespace quillmark {
 
+/// The file number that a script is read and written under.
+inline constexpr int kScriptFile = 1;
+
 /// What a load tells whoever shows the script, and what it asks. Routines that are left empty are
 /// passed over.
 struct LoadCallbacks {
@@ -28,6 +31,16 @@ bool LoadScript(const std::string& path, const LoadCallbacks& callbacks);
 /// by the script of the model. True when it was written; every trouble is a fault, with the file in
 /// whatever state it reached and the file numbers 1 and 3 left as they were at that moment.
 bool SaveScript(const std::string& path);
+
+/// Makes the stream of `Levels[level]` from its groups, puts it on disk as `scriptdata.tmp`, counts
+/// `LevelOffsets[level + 1]` on from `LevelOffsets[level]`, and takes what the file holds into
+/// `LevelRaw[level]`. Throws the subscript fault for an index outside the levels and for a stream
+/// of more than 1025 bytes, the overflow fault for an offset past 32767, and file faults. A fault
+/// may leave file number 3 open.
+void BuildLevel(int level);
+
+/// The path of the file that the streams are built in.
+std::string BuiltStreamPath();
 
 /// Reads every language file that stands in `folder`, in the loader's order, through `found`, and
 /// closes the files after each.

@@ -2,13 +2,10 @@
 
 #include <array>
 
-#include "platform/file_numbers.h"
 #include "platform/little_endian.h"
 
 namespace quillmark {
 namespace {
-
-constexpr int kScriptFile = 1;
 
 constexpr std::array<HeadField, 2> kFlags{
     {{&ScriptModel::ScriptFlags}, {&ScriptModel::ScriptFlagsHigh, false}}};
@@ -47,23 +44,23 @@ std::span<const HeadField> HeadFlags() { return kFlags; }
 std::span<const HeadField> HeadCounts() { return kCounts; }
 std::span<const HeadField> HeadSizesAndExtensions() { return kSizesAndExtensions; }
 
-void ReadHead(std::span<const HeadField> fields, ScriptModel& script) {
+void ReadHead(ByteReader& bytes, std::span<const HeadField> fields, ScriptModel& script) {
   for (const HeadField& field : fields) {
     std::visit(
         [&](auto member) {
           if constexpr (std::is_same_v<decltype(member), std::monostate>) {
-            Files.ReadByte(kScriptFile);
+            bytes.ReadByte();
           } else if constexpr (std::is_same_v<decltype(member), std::string ScriptModel::*>) {
-            script.*member = Files.ReadText(kScriptFile, kExtensionLength);
+            script.*member = bytes.ReadText(kExtensionLength);
           } else {
-            Files.ReadInto(kScriptFile, script.*member);
+            bytes.ReadInto(script.*member);
           }
         },
         field.member);
   }
 }
 
-void WriteHead(std::span<const HeadField> fields, const ScriptModel& script) {
+std::string HeadBytes(std::span<const HeadField> fields, const ScriptModel& script) {
   std::string bytes;
   for (const HeadField& field : fields) {
     std::visit(
@@ -76,7 +73,7 @@ void WriteHead(std::span<const HeadField> fields, const ScriptModel& script) {
         },
         field.member);
   }
-  Files.WriteText(kScriptFile, bytes);
+  return bytes;
 }
 
 }  // namespace quillmark

@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "core/script_model.h"
+#include "platform/byte_reader.h"
 
 namespace quillmark {
 
@@ -25,9 +26,9 @@ std::span<const HeadField> HeadSizesAndExtensions();
 /// Where `ScriptDataSize` stands in the file.
 inline constexpr int kScriptDataSizePosition = 14;
 
-/// Reads or writes these fields of the script at the present position of file number 1. Throw the
-/// file fault if that is not open, or can't be written.
-void ReadHead(std::span<const HeadField> fields, ScriptModel& script);
-void WriteHead(std::span<const HeadField> fields, const ScriptModel& script);
+/// Reads these fields of the script where `bytes` stands.
+void ReadHead(ByteReader& bytes, std::span<const HeadField> fields, ScriptModel& script);
+/// What these fields of the script are in the file.
+std::string HeadBytes(std::span<const HeadField> fields, const ScriptModel& script);
 
 }  // namespace quillmark

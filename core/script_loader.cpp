@@ -1,20 +1,24 @@
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "core/level_stream.h"
 #include "core/object_groups.h"
+#include "core/opcode_table.h"
 #include "core/script_dat.h"
 #include "core/script_head.h"
+#include "platform/byte_reader.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/log.h"
 
 namespace quillmark {
 namespace {
-
-constexpr int kScriptFile = 1;
 
 /// The languages beside a script, in the order in which they are looked for.
 constexpr std::array<std::string_view, 7> kLanguageFiles = {
@@ -32,42 +36,36 @@ Int16 EntryLength(const FixedArray<Int16, kTablePlaces>& offsets, int i, int cou
   return blockSize - offsets[i] - 1;
 }
 
-void ReadOffsets(FixedArray<Int16, kTablePlaces>& offsets, int count) {
-  Files.ReadNumbers(kScriptFile, offsets.First(count));
-}
-
-void ReadFileNames(const LoadCallbacks& callbacks) {
+void ReadFileNames(ByteReader& bytes, const LoadCallbacks& callbacks) {
   const int count = TRScript.NumFileNames;
   TRScript.FileNames.Redim(count);
-  ReadOffsets(TRScript.FileNameOffsets, count);
+  bytes.ReadNumbers(TRScript.FileNameOffsets.First(count));
   for (int i = 0; i < count; ++i) {
     const Int16 length = EntryLength(TRScript.FileNameOffsets, i, count, TRScript.FileNamesSize);
-    TRScript.FileNames[i] = Files.ReadText(kScriptFile, length + 1);
+    TRScript.FileNames[i] = bytes.ReadText(length + 1);
     Call(callbacks.fileNameRead, TRScript.FileNames[i]);
   }
 }
 
-void ReadLevels() {
+void ReadLevels(ByteReader& bytes) {
   const int count = TRScript.NumLevels;
   TRScript.Levels.Redim(count);
-  ReadOffsets(TRScript.LevelOffsets, count);
-  const auto parse = TRScript.ScriptKind == kTr4 ? ParseLevelTr4 : ParseLevelTr5;
+  bytes.ReadNumbers(TRScript.LevelOffsets.First(count));
+  const StreamFormat& format = FormatOf(TRScript.ScriptKind);
   for (int i = 0; i < count; ++i) {
-    parse(i, EntryLength(TRScript.LevelOffsets, i, count, TRScript.ScriptDataSize));
+    const Int16 length = EntryLength(TRScript.LevelOffsets, i, count, TRScript.ScriptDataSize);
+    LogWrite("Parsing ", format.Game(), " script data for level #", i);
+    ParseStream(bytes, length, format, TRScript.Levels[i], TRScript.LevelRaw[i]);
   }
 }
 
 /// Kept as it is: the names are put behind those of an earlier load.
-void ReadLanguageNames(const LoadCallbacks& callbacks) {
-  const std::int64_t left =
-      std::max<std::int64_t>(0, Files.Length(kScriptFile) - Files.Position(kScriptFile));
-  const std::string tail = Files.ReadText(kScriptFile, left);
-  std::size_t from = 0;
+void ReadLanguageNames(std::string_view tail, const LoadCallbacks& callbacks) {
   for (int i = 0; i < kLanguageNameCount; ++i) {
     // A name that the file does not end is ended by the zero that is read behind the file.
-    const std::size_t end = std::min(tail.find('\0', from), tail.size());
-    TRScript.LanguageNames[i].append(tail, from, end - from).push_back('\0');
-    from = std::min(end + 1, tail.size());
+    const std::size_t end = std::min(tail.find('\0'), tail.size());
+    TRScript.LanguageNames[i].append(tail.substr(0, end)).push_back('\0');
+    tail.remove_prefix(std::min(end + 1, tail.size()));
     Call(callbacks.languageNameRead, TRScript.LanguageNames[i]);
   }
 }
@@ -81,15 +79,17 @@ bool LoadScript(const std::string& path, const LoadCallbacks& callbacks) {
 
   LogWrite("Loading script");
   Files.OpenBinary(kScriptFile, path);
-  ReadHead(HeadFlags(), TRScript);
+  const std::string file = Files.ReadText(kScriptFile, Files.Length(kScriptFile));
+  ByteReader bytes(file);
+  ReadHead(bytes, HeadFlags(), TRScript);
   if (TRScript.ScriptFlagsHigh != 0) return false;
-  ReadHead(HeadCounts(), TRScript);
-  ReadHead(HeadSizesAndExtensions(), TRScript);
+  ReadHead(bytes, HeadCounts(), TRScript);
+  ReadHead(bytes, HeadSizesAndExtensions(), TRScript);
   Call(callbacks.headRead);
 
-  ReadFileNames(callbacks);
-  ReadLevels();
-  ReadLanguageNames(callbacks);
+  ReadFileNames(bytes, callbacks);
+  ReadLevels(bytes);
+  ReadLanguageNames(bytes.Rest(), callbacks);
   Files.CloseFiles();
 
   LogWrite("Loading strings");

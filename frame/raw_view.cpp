@@ -1,14 +1,12 @@
-#include <array>
+#include <string>
 #include <string_view>
 
-#include "core/level_stream.h"
-#include "core/script_model.h"
+#include "core/script_dat.h"
 #include "forms/apply_texts.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "frame/dialogs.h"
 #include "platform/file_numbers.h"
-#include "platform/files.h"
 
 namespace quillmark {
 namespace {
@@ -32,13 +30,8 @@ std::string NextRow() {
 void ShowRawBytes() {
   raw.Load();
   raw.l.Clear();
-  const int level = frmEditor.lstLevels.Row();
-  if (TRScript.ScriptKind == kTr4) {
-    BuildLevelTr4(level);
-  } else {
-    BuildLevelTr5(level);
-  }
-  Files.OpenBinary(kNumber, ProgramPath("scriptdata.tmp"));
+  BuildLevel(frmEditor.lstLevels.Row());
+  Files.OpenBinary(kNumber, BuiltStreamPath());
   // Kept as it is: only a failed read tells of the end, so a stream of whole rows gets one row of
   // zeros behind it.
   while (!Files.EndOfFile(kNumber)) raw.l.AddRow(NextRow());

@@ -40,25 +40,6 @@ std::string CoreTest::CopySample(const std::string& game) const {
   return Path(game + "/SCRIPT.DAT");
 }
 
-LevelRecord& CoreTest::Parse(std::uint8_t game, const std::string& stream) {
-  MakeFile(Path("stream"), stream);
-  TRScript = {};
-  TRScript.Levels.Redim(2);
-  Files.Close(1);
-  Files.OpenBinary(1, Path("stream"));
-  const Int16 length = static_cast<std::int64_t>(stream.size()) - 1;
-  (game == kTr4 ? ParseLevelTr4 : ParseLevelTr5)(1, length);
-  return TRScript.Levels[1];
-}
-
-std::string CoreTest::Build(std::uint8_t game, int level) {
-  (game == kTr4 ? BuildLevelTr4 : BuildLevelTr5)(level);
-  const LevelRawEntry& raw = TRScript.LevelRaw[level];
-  std::string bytes;
-  for (int i = 0; i < raw.Length; ++i) bytes += static_cast<char>(raw.Bytes[i].value());
-  return bytes;
-}
-
 bool CoreTest::LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const {
   MakeFile(Path("one"), ScriptBytes(streams));
   return Load(Path("one"), game);
@@ -110,6 +91,22 @@ std::string OutcomeOf(const std::function<void()>& routine) {
     routine();
     return true;
   });
+}
+
+ParsedStream Parse(std::uint8_t game, std::string_view stream) {
+  ParsedStream parsed;
+  ByteReader bytes(stream);
+  const Int16 length = static_cast<std::int64_t>(stream.size()) - 1;
+  parsed.outcome =
+      OutcomeOf([&] { ParseStream(bytes, length, FormatOf(game), parsed.level, parsed.opcodes); });
+  parsed.position = bytes.Position();
+  return parsed;
+}
+
+std::string Build(std::uint8_t game, const LevelRecord& level, bool isTitle) {
+  std::string stream;
+  AppendStream(level, isTitle, FormatOf(game), stream);
+  return stream;
 }
 
 bool Load(const std::string& path, std::uint8_t game) {

@@ -23,10 +23,6 @@ class CoreTest : public testing::Test {
   std::string Path(std::string_view name) const;
   /// Copies a sample's folder into the temporary one and gives the path of the copied script.
   std::string CopySample(const std::string& game) const;
-  /// Makes a file, opens it under number 1 and parses it as level 1 of a fresh model.
-  LevelRecord& Parse(std::uint8_t game, const std::string& stream);
-  /// Builds that level and gives what `LevelRaw` holds of it.
-  static std::string Build(std::uint8_t game, int level);
   /// Loads a script of these streams, from a file "one".
   bool LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const;
 
@@ -46,6 +42,18 @@ inline const std::string kClose = Hex("81 00 0000 00 00 83");
 
 /// A script with these streams and one file name.
 std::string ScriptBytes(const std::vector<std::string>& streams);
+
+/// What a fresh record holds after its stream was parsed, and how that ended.
+struct ParsedStream {
+  LevelRecord level;
+  LevelRawEntry opcodes;
+  std::size_t position = 0;  ///< behind the last byte that was read
+  std::string outcome;
+};
+/// Parses `stream` with the length that a script would give for it.
+ParsedStream Parse(std::uint8_t game, std::string_view stream);
+/// The stream of that level, which is not the title's unless told so.
+std::string Build(std::uint8_t game, const LevelRecord& level, bool isTitle = false);
 
 /// How a routine ended: "true", "false", "missing end" or the name of its fault.
 std::string Outcome(const std::function<bool()>& routine);

@@ -1,19 +1,13 @@
 // The level streams of both games, against bytes that were worked out by hand.
 
-#include <filesystem>
 #include <optional>
 #include <tuple>
 
-#include "core/level_stream.h"
 #include "core/object_groups.h"
-#include "platform/file_numbers.h"
-#include "platform/files.h"
 #include "unit/core_fixture.h"
 
 namespace quillmark {
 namespace {
-
-using CoreStreamTest = CoreTest;
 
 /// Operands of an object: its string and six parameters.
 const std::string kObject = Hex("3412 0100 ffff 0080 ff7f 0000 0600");
@@ -64,33 +58,33 @@ const List kLists[] = {{kTr4, 0x93, 0x9e, 12, 0, 13, &Level::KeyCount, Key},
                        {kTr5, 0xd9, 0xd9, 0, 0, 33, &Level::Tr5ListACount},
                        {kTr5, 0xda, 0xda, 0, 0, 33, &Level::Tr5ListBCount}};
 
-TEST_F(CoreStreamTest, EveryByteTakesItsOperandsAndComesBackAsItself) {
+TEST(CoreStreamTest, EveryByteTakesItsOperandsAndComesBackAsItself) {
   for (const std::uint8_t game : {kTr4, kTr5}) {
     for (int opcode = 0; opcode < 256; ++opcode) {
       if (opcode == 0x81 || opcode == 0x82) continue;
       SCOPED_TRACE(testing::Message() << "game " << int{game} << " opcode " << opcode);
       const int length = ElementLength(game, opcode);
       const std::string element = Opcode(opcode) + Repeated("\x01", length - 1);
-      Parse(game, element + kClose);
-      EXPECT_EQ(TRScript.LevelRaw[1].Length, 1);
-      EXPECT_EQ(TRScript.LevelRaw[1].Bytes[0], opcode);
-      EXPECT_EQ(Files.Position(1), Files.Length(1));
+      const ParsedStream parsed = Parse(game, element + kClose);
+      EXPECT_EQ(parsed.opcodes.Length, 1);
+      EXPECT_EQ(parsed.opcodes.Bytes[0], opcode);
+      EXPECT_EQ(parsed.position, element.size() + kClose.size());
 
       std::string written = length == 1 || opcode == 0x90 ? "" : element;
       if (game == kTr5 && opcode >= 0xc9 && opcode <= 0xd0) written.erase(0, 1);
       if (game == kTr4 && opcode != 0x91 && opcode != 0x92) written += kCamera;
       if (game == kTr4 && opcode == 0x92) written = kCamera + element;
-      EXPECT_EQ(Build(game, 1), written + kClose);
+      EXPECT_EQ(Build(game, parsed.level), written + kClose);
     }
   }
 }
 
-TEST_F(CoreStreamTest, NamesObjectsByTheirOpcode) {
+TEST(CoreStreamTest, NamesObjectsByTheirOpcode) {
   for (const List& list : kLists) {
     if (!list.kind) continue;
     const auto expect = [&](int opcode, int id, int combo) {
       SCOPED_TRACE(testing::Message() << "game " << int{list.game} << " opcode " << opcode);
-      LevelRecord& level = Parse(list.game, Opcode(opcode) + kObject + kClose);
+      LevelRecord level = Parse(list.game, Opcode(opcode) + kObject + kClose).level;
       FlattenGroups(level);
       const LevelObject& object = level.Objects[0];
       EXPECT_EQ(level.ObjectCount, 1);
@@ -107,95 +101,97 @@ TEST_F(CoreStreamTest, NamesObjectsByTheirOpcode) {
   }
 }
 
-TEST_F(CoreStreamTest, FaultsWhereAListIsFullWithNothingStored) {
+TEST(CoreStreamTest, FaultsWhereAListIsFullWithNothingStored) {
   for (const List& list : kLists) {
     SCOPED_TRACE(list.first);
     const int length = ElementLength(list.game, list.first);
     const std::string element = Opcode(list.first) + Zeros(static_cast<std::size_t>(length - 1));
     const std::string full = Repeated(element, list.places);
-    EXPECT_EQ(Parse(list.game, full + kClose).*list.count, list.places);
-    EXPECT_EQ(OutcomeOf([&] { Parse(list.game, full + element + kClose); }), "subscript fault");
-    EXPECT_EQ(TRScript.Levels[1].*list.count, list.places);
-    EXPECT_EQ(Files.Position(1), list.places * length + 1) << "no operand is read";
+    EXPECT_EQ(Parse(list.game, full + kClose).level.*list.count, list.places);
+    const ParsedStream parsed = Parse(list.game, full + element + kClose);
+    EXPECT_EQ(parsed.outcome, "subscript fault");
+    EXPECT_EQ(parsed.level.*list.count, list.places);
+    EXPECT_EQ(parsed.position, full.size() + 1) << "no operand is read";
   }
 }
 
-TEST_F(CoreStreamTest, ReadsMipsByTheirHexadecimalText) {
+TEST(CoreStreamTest, ReadsMipsByTheirHexadecimalText) {
   using Case = std::tuple<const char*, int, int>;
   for (const auto& [operand, low, high] : std::initializer_list<Case>{
            {"00", 1, 0}, {"05", 6, 5}, {"0c", 13, 0}, {"1f", 16, 1}, {"b7", 8, 0}, {"99", 10, 9}}) {
-    const LevelRecord& level = Parse(kTr4, Hex("90 77 90") + Hex(operand) + kClose);
+    const LevelRecord level = Parse(kTr4, Hex("90 77 90") + Hex(operand) + kClose).level;
     EXPECT_EQ(level.Mips[0].Low, low) << operand;
     EXPECT_EQ(level.Mips[0].High, high) << operand;
     EXPECT_EQ(level.MipCount, 0);
   }
 }
 
-TEST_F(CoreStreamTest, EndsOnlyWithAClosingPair) {
-  EXPECT_EQ(OutcomeOf([&] { Parse(kTr4, Hex("81 05 4400 02 6e 00")); }), "missing end");
-  EXPECT_EQ(TRScript.Levels[1].AudioTrack, 0x6e) << "the operands are in the record by then";
-  EXPECT_EQ(OutcomeOf([&] { Parse(kTr5, Hex("82 0100 00 07")); }), "missing end");
+TEST(CoreStreamTest, EndsOnlyWithAClosingPair) {
+  ParsedStream parsed = Parse(kTr4, Hex("81 05 4400 02 6e 00"));
+  EXPECT_EQ(parsed.outcome, "missing end");
+  EXPECT_EQ(parsed.level.AudioTrack, 0x6e) << "the operands are in the record by then";
+  EXPECT_EQ(Parse(kTr5, Hex("82 0100 00 07")).outcome, "missing end") << "a zero behind the end";
 
-  const LevelRecord& level = Parse(kTr4, Hex("83 82 44c0 02 6e 83 84 01"));
-  EXPECT_EQ(level.LevelFlags, -16316);
-  EXPECT_EQ(level.NameString, 0);
-  EXPECT_EQ(level.Cut, 0) << "what stands behind the pair is not read";
-  EXPECT_EQ(TRScript.LevelRaw[1].Length, 1);
+  parsed = Parse(kTr4, Hex("83 82 44c0 02 6e 83 84 01"));
+  EXPECT_EQ(parsed.level.LevelFlags, -16316);
+  EXPECT_EQ(parsed.level.NameString, 0);
+  EXPECT_EQ(parsed.level.Cut, 0) << "what stands behind the pair is not read";
+  EXPECT_EQ(parsed.opcodes.Length, 1);
+  EXPECT_EQ(parsed.position, 7U);
 
-  Parse(kTr4, Hex("01 02 03 04 05"));
-  EXPECT_EQ(TRScript.LevelRaw[1].Length, 4) << "as many elements as the length tells";
-  EXPECT_EQ(Files.Position(1), 4);
+  parsed = Parse(kTr4, Hex("01 02 03 04 05"));
+  EXPECT_EQ(parsed.opcodes.Length, 4) << "as many elements as the length tells";
+  EXPECT_EQ(parsed.position, 4U);
 }
 
-TEST_F(CoreStreamTest, RecordsUpTo1025Elements) {
+TEST(CoreStreamTest, RecordsUpTo1025Elements) {
   const std::string fmv = Hex("80 09");
-  Parse(kTr5, Repeated(fmv, 1024) + Hex("80 07") + kClose);
-  EXPECT_EQ(TRScript.LevelRaw[1].Length, 1025);
-  EXPECT_EQ(OutcomeOf([&] { Parse(kTr5, Repeated(fmv, 1025) + Hex("80 07") + kClose); }),
-            "subscript fault");
-  EXPECT_EQ(TRScript.LevelRaw[1].Length, 1026) << "raised one element too early";
-  EXPECT_EQ(TRScript.Levels[1].Fmv, 7) << "the operand is in the record";
+  EXPECT_EQ(Parse(kTr5, Repeated(fmv, 1024) + Hex("80 07") + kClose).opcodes.Length, 1025);
+  const ParsedStream parsed = Parse(kTr5, Repeated(fmv, 1025) + Hex("80 07") + kClose);
+  EXPECT_EQ(parsed.outcome, "subscript fault");
+  EXPECT_EQ(parsed.opcodes.Length, 1026) << "raised one element too early";
+  EXPECT_EQ(parsed.level.Fmv, 7) << "the operand is in the record";
 }
 
-TEST_F(CoreStreamTest, BuildsElementsInTheirOrderAndByTheirConditions) {
+TEST(CoreStreamTest, BuildsElementsInTheirOrderAndByTheirConditions) {
   const auto objects = [](std::string_view opcodes) {
     std::string stream;
     for (const char opcode : opcodes) stream += opcode + kObject;
     return stream;
   };
-  LevelRecord& level =
+  LevelRecord level =
       Parse(kTr4, Hex("92 01 8e 02 00080000 8f 01 02 03 8d 0100 0200 0300 04 05 06 88 04 85 01 84"
                       "00 8c 09 8a 05 06 07 08 89 01 02 03 04 8b 00 8b 05 80 81") +
-                      objects("\xd3\xc2\xb2\xb1\xae\xaa\x94\x93") + kClose);
+                      objects("\xd3\xc2\xb2\xb1\xae\xaa\x94\x93") + kClose)
+          .level;
   level.UVRotateOn = 0;
   const std::string ordered = objects("\x94\x93\xaa\xae\xb1\xb2\xc2\xd3") +
                               Hex("80 81 8b 05 89 01 02 03 04 8a 05 06 07 08 8c 09 88 04 85 01"
                                   "8d 0100 0200 0300 04 05 06 8f 01 02 03 8e 02 00080000") +
                               kCamera + Hex("92 01") + kClose;
-  EXPECT_EQ(Build(kTr4, 1), ordered);
-  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), ordered);
+  EXPECT_EQ(Build(kTr4, level), ordered);
 
   for (Int16 Level::*word : {&Level::Layer1On, &Level::Layer2On, &Level::LegendOn,
                              &Level::LensFlareOn, &Level::FogOn, &Level::MirrorOn}) {
     level.*word = 1;  // not -1: off
   }
-  EXPECT_EQ(Build(kTr4, 1).find(Hex("80 81 8b 05 88 04 85 01 91")), 8 * 15);
+  EXPECT_EQ(Build(kTr4, level).find(Hex("80 81 8b 05 88 04 85 01 91")), 8 * 15);
 }
 
-TEST_F(CoreStreamTest, BuildsTheTitleByItsPlaceAlone) {
+TEST(CoreStreamTest, ClosesTheTitleInItsOwnWay) {
   for (const std::uint8_t game : {kTr4, kTr5}) {
-    Parse(game, Hex("81 05 4400 02 6e 83"));
-    TRScript.Levels[0] = TRScript.Levels[1];
-    EXPECT_EQ(Build(game, 0),
-              game == kTr4 ? kCamera + Hex("82 0000 00 6e 83") : Hex("82 4400 00 6e 83"));
-    EXPECT_EQ(TRScript.LevelOffsets[1], game == kTr4 ? 32 : 6);
-    EXPECT_EQ(Build(game, 1), (game == kTr4 ? kCamera : "") + Hex("81 05 4400 02 6e 83"));
-    EXPECT_EQ(TRScript.LevelOffsets[2], game == kTr4 ? 65 : 13);
+    const std::string close = Hex("81 05 4400 02 6e 83");
+    const std::string camera = game == kTr4 ? kCamera : "";
+    const LevelRecord level = Parse(game, close).level;
+    EXPECT_EQ(Build(game, level), camera + close);
+    EXPECT_EQ(Build(game, level, true),
+              camera + Hex(game == kTr4 ? "82 0000 00 6e 83" : "82 4400 00 6e 83"));
   }
 }
 
-TEST_F(CoreStreamTest, WritesEntriesWithoutAnOpcodeAsBareOperands) {
-  LevelRecord& level = Parse(kTr5, "\x92" + kObject + "\xc1" + kObject + Hex("85 07") + kClose);
+TEST(CoreStreamTest, WritesEntriesWithoutAnOpcodeAsBareOperands) {
+  LevelRecord level =
+      Parse(kTr5, "\x92" + kObject + "\xc1" + kObject + Hex("85 07") + kClose).level;
   level.KeyCombos[0].Id = 1;
   level.KeyComboCount = 1;
   using Case = std::tuple<int, int, int, int, std::string>;
@@ -207,75 +203,7 @@ TEST_F(CoreStreamTest, WritesEntriesWithoutAnOpcodeAsBareOperands) {
     level.PuzzleCombos[0].Id = combo;
     level.PuzzleCombos[0].Combo = comboNumber;
     level.Cuts[0].Type = cut;
-    EXPECT_EQ(Build(kTr5, 1), stream) << key;
-  }
-}
-
-/// A TR5 level of exactly `size` bytes, which have to be about a thousand.
-std::string LevelOf(int size) {
-  std::string stream;
-  for (const char* opcode : {"\x92", "\x9e", "\xaa", "\xc1"}) {
-    stream += Repeated(opcode + kObject, 13);
-  }
-  const int left = size - static_cast<int>(stream.size() + kClose.size());
-  const int words = 26 + left % 2;
-  const int cuts = (left - 3 * words) / 2;
-  return stream + Repeated(Hex("85 01"), cuts) + Repeated(Hex("d9 0000"), words) + kClose;
-}
-
-TEST_F(CoreStreamTest, BuildsUpTo1025Bytes) {
-  Parse(kTr5, LevelOf(1025));
-  EXPECT_EQ(Build(kTr5, 1).size(), 1025U);
-  EXPECT_FALSE(Files.IsOpen(3));
-
-  Parse(kTr5, LevelOf(1026));
-  const Int16 opcodes = TRScript.LevelRaw[1].Length;
-  EXPECT_EQ(OutcomeOf([] { BuildLevelTr5(1); }), "subscript fault");
-  EXPECT_EQ(TRScript.LevelRaw[1].Length, opcodes);
-  EXPECT_EQ(TRScript.LevelRaw[1].Bytes[1024], 0);
-  EXPECT_EQ(TRScript.LevelOffsets[2], 1026);
-  EXPECT_EQ(Bytes(Path("scriptdata.tmp")).size(), 1026U);
-  EXPECT_TRUE(Files.IsOpen(3));
-}
-
-TEST_F(CoreStreamTest, LeavesTheTemporaryFileAsFarAsItGot) {
-  MakeFile(Path("scriptdata.tmp"), "old");
-  TRScript.Levels.Redim(256);
-  EXPECT_EQ(OutcomeOf([] { BuildLevelTr4(-1); }), "subscript fault");
-  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), "");
-  EXPECT_TRUE(Files.IsOpen(3));
-  EXPECT_EQ(OutcomeOf([] { BuildLevelTr4(1); }), "file fault") << "number 3 is taken";
-  Files.CloseFiles();
-
-  EXPECT_EQ(OutcomeOf([] { BuildLevelTr5(255); }), "subscript fault");
-  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), kClose);
-  EXPECT_FALSE(Files.IsOpen(3));
-
-  TRScript.LevelOffsets[1] = 32760;
-  BuildLevelTr5(1);
-  EXPECT_EQ(TRScript.LevelOffsets[2], 32767);
-  TRScript.LevelOffsets[1] = 32761;
-  EXPECT_EQ(OutcomeOf([] { BuildLevelTr5(1); }), "overflow fault");
-  EXPECT_FALSE(Files.IsOpen(3));
-}
-
-TEST_F(CoreStreamTest, KeepsTheTailOfATemporaryFileInOtherLetterCase) {
-  for (const bool batched : {false, true}) {
-    MakeFile(Path("SCRIPTDATA.TMP"), Zeros(9) + "z");
-    TRScript.Levels.Redim(2);
-    TRScript.Levels[1].Cut = 3;
-    if (batched) {
-      BuildBatch batch;
-      BuildLevelTr5(1);
-      TRScript.Levels[1].Cut = 0;
-      EXPECT_EQ(Build(kTr5, 1), kClose + Hex("00 83 7a")) << "behind it the longer first stream";
-      EXPECT_EQ(TRScript.LevelOffsets[2], 10);
-      batch.Finish();
-    } else {
-      EXPECT_EQ(Build(kTr5, 1), Hex("84 03") + kClose + "z");
-    }
-    EXPECT_EQ(Bytes(Path("SCRIPTDATA.TMP")).size(), 10U);
-    EXPECT_FALSE(IsNamed(Path("scriptdata.tmp")));
+    EXPECT_EQ(Build(kTr5, level), stream) << key;
   }
 }
 

@@ -1,0 +1,119 @@
+// The way of built streams through the temporary file and into the model.
+
+#include "core/script_dat.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+#include "unit/core_fixture.h"
+
+namespace quillmark {
+namespace {
+
+/// A model of two levels of TR5.
+class CoreBuildTest : public CoreTest {
+ protected:
+  CoreBuildTest() { TRScript.Levels.Redim(2); }
+
+  /// What the model holds of the stream of level 1.
+  static std::string RawBytes() {
+    std::string bytes;
+    const LevelRawEntry& raw = TRScript.LevelRaw[1];
+    for (const Byte byte : raw.Bytes.First(raw.Length)) bytes += static_cast<char>(byte.value());
+    return bytes;
+  }
+
+  static std::string Building(int level) {
+    return OutcomeOf([level] { BuildLevel(level); });
+  }
+};
+
+/// Gives the record what makes a stream of `size` bytes, which have to be about a thousand.
+void FillUp(LevelRecord& level, int size) {
+  constexpr int kObjectBytes = 15;
+  constexpr int kWordBytes = 3;
+  level.PuzzleCount = level.KeyCount = level.PickupCount = level.PuzzleComboCount = kGroupPlaces;
+  for (int i = 0; i < kGroupPlaces; ++i) {
+    level.Puzzles[i].Id = level.Keys[i].Id = level.Pickups[i].Id = 1;
+    level.PuzzleCombos[i].Id = level.PuzzleCombos[i].Combo = 1;
+  }
+  const int left = size - 4 * kGroupPlaces * kObjectBytes - static_cast<int>(kClose.size());
+  level.Tr5ListACount = 26 + left % 2;
+  level.CutCount = (left - kWordBytes * level.Tr5ListACount) / 2;
+  for (CutEntry& cut : level.Cuts) cut.Type = 1;
+}
+
+TEST_F(CoreBuildTest, TakesTheStreamIntoTheModel) {
+  MakeFile(Path("scriptdata.tmp"), "an older one, which is longer");
+  TRScript.LevelOffsets[1] = 32;
+  TRScript.Levels[1].Cut = 3;
+  const std::string stream = Hex("84 03") + kClose;
+  for (const std::uint8_t game : {kTr5, kTr4}) {
+    TRScript.ScriptKind = game;
+    BuildLevel(1);
+    const std::string expected = game == kTr4 ? Hex("84 03") + kCamera + kClose : stream;
+    EXPECT_EQ(Bytes(Path("scriptdata.tmp")), expected);
+    EXPECT_EQ(RawBytes(), expected);
+    EXPECT_EQ(TRScript.LevelOffsets[2], game == kTr4 ? 67 : 41);
+    EXPECT_FALSE(Files.IsOpen(3));
+  }
+  BuildLevel(0);
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), kCamera + Hex("82 0000 00 00 83")) << "the title";
+}
+
+TEST_F(CoreBuildTest, BuildsUpTo1025Bytes) {
+  FillUp(TRScript.Levels[1], 1025);
+  BuildLevel(1);
+  EXPECT_EQ(RawBytes().size(), 1025U);
+  EXPECT_FALSE(Files.IsOpen(3));
+
+  TRScript.LevelRaw[1] = {};
+  TRScript.LevelRaw[1].Length = 9;
+  FillUp(TRScript.Levels[1], 1026);
+  TRScript.Levels[1].AudioTrack = 5;
+  EXPECT_EQ(Building(1), "subscript fault");
+  EXPECT_EQ(TRScript.LevelRaw[1].Length, 9);
+  EXPECT_EQ(TRScript.LevelRaw[1].Bytes[1024], 5) << "all that have a place are taken";
+  EXPECT_EQ(TRScript.LevelOffsets[2], 1026);
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")).size(), 1026U);
+  EXPECT_TRUE(Files.IsOpen(3));
+}
+
+TEST_F(CoreBuildTest, LeavesTheTemporaryFileAsFarAsItGot) {
+  MakeFile(Path("scriptdata.tmp"), "old");
+  TRScript.Levels.Redim(256);
+  EXPECT_EQ(Building(-1), "subscript fault");
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), "");
+  EXPECT_TRUE(Files.IsOpen(3));
+  EXPECT_EQ(Building(1), "file fault") << "number 3 is taken";
+  Files.CloseFiles();
+
+  EXPECT_EQ(Building(255), "subscript fault");
+  EXPECT_EQ(Bytes(Path("scriptdata.tmp")), kClose);
+  EXPECT_FALSE(Files.IsOpen(3));
+
+  TRScript.LevelOffsets[1] = 32760;
+  BuildLevel(1);
+  EXPECT_EQ(TRScript.LevelOffsets[2], 32767);
+  TRScript.LevelOffsets[1] = 32761;
+  EXPECT_EQ(Building(1), "overflow fault");
+  EXPECT_FALSE(Files.IsOpen(3));
+}
+
+TEST_F(CoreBuildTest, KeepsTheTailOfATemporaryFileInOtherLetterCase) {
+  MakeFile(Path("SCRIPTDATA.TMP"), Zeros(9) + "z");
+  TRScript.Levels[1].Cut = 3;
+  BuildLevel(1);
+  EXPECT_EQ(RawBytes(), Hex("84 03") + kClose + "z");
+
+  MakeFile(Path("one"), "");
+  TRScript.NumLevels = 2;
+  TRScript.Levels[0].Cut = 4;
+  TRScript.Levels[1].Cut = 0;
+  ASSERT_TRUE(SaveScript(Path("one")));
+  EXPECT_EQ(RawBytes(), kClose + Hex("83 83 7a")) << "behind it the longer streams before it";
+  EXPECT_EQ(TRScript.LevelOffsets[2], 20);
+  EXPECT_EQ(Bytes(Path("SCRIPTDATA.TMP")), RawBytes());
+  EXPECT_FALSE(IsNamed(Path("scriptdata.tmp")));
+}
+
+}  // namespace
+}  // namespace quillmark
