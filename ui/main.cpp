@@ -3,12 +3,15 @@
 #include <QFile>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QMessageBox>
 #include <QTranslator>
+#include <cstdlib>
 
 #include "controls/desktop.h"
 #include "frame/startup.h"
 #include "platform/files.h"
 #include "ui/icons.h"
+#include "ui/own_folder.h"
 #include "ui/qt_screen.h"
 
 int main(int argc, char* argv[]) {
@@ -23,7 +26,12 @@ int main(int argc, char* argv[]) {
     QApplication::installTranslator(&ofTheDesktop);
   }
 
-  SetProgramFolder(QDir::toNativeSeparators(QApplication::applicationDirPath()).toStdString());
+  const OwnFolder folder = PrepareOwnFolder(PlacesOfThisRun());
+  if (!folder.trouble.isEmpty()) {
+    QMessageBox::critical(nullptr, QStringLiteral("Quillmark"), folder.trouble);
+    return EXIT_FAILURE;
+  }
+  SetProgramFolder(QDir::toNativeSeparators(folder.path).toStdString());
   SetTrash(
       [](const std::string& path) { return QFile::moveToTrash(QString::fromStdString(path)); });
   QtScreen screen;
