@@ -5,6 +5,9 @@ target_include_directories(quillmark_config INTERFACE ${PROJECT_SOURCE_DIR})
 
 if(MSVC)
   target_compile_options(quillmark_config INTERFACE /W4 /utf-8)
+  if(QUILLMARK_WERROR)
+    target_compile_options(quillmark_config INTERFACE /WX)
+  endif()
 else()
   target_compile_options(
     quillmark_config
