@@ -1,11 +1,11 @@
 #include "bench/largest_script.h"
 
-#include <algorithm>
 #include <random>
 #include <stdexcept>
 #include <string>
 
 #include "core/script_dat.h"
+#include "core/script_model.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "strings/language_files.h"

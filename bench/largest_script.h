@@ -1,8 +1,7 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
-
-#include "core/script_model.h"
 
 namespace quillmark {
 

@@ -6,10 +6,8 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QListView>
-#include <QPushButton>
 #include <QTest>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -26,6 +24,7 @@
 #include "bench/largest_script.h"
 #include "bench/temporary_folder.h"
 #include "controls/desktop.h"
+#include "core/script_model.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "forms/string_forms.h"

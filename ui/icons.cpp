@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <array>
-#include <initializer_list>
 
 namespace quillmark {
 namespace {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/fault.h"
-
 namespace quillmark {
 namespace {
 
