@@ -1,8 +1,5 @@
 #include "controls/control.h"
 
-#include <algorithm>
-
-#include "controls/controls.h"
 #include "controls/desktop.h"
 #include "controls/form.h"
 
@@ -100,14 +97,12 @@ void Control::Restart() {
 }
 
 bool Control::HandleKey(Key key) {
-  const auto press = [](Button* button) {
+  const auto press = [](Control* button) {
     return button != nullptr && button->PressFromElsewhere();
   };
-  // Where arrows mean nothing else they move the focus.
   const auto stepByArrow = [this](int direction) {
-    const bool steps = kind_ == ControlKind::Button || kind_ == ControlKind::CheckBox;
-    if (steps) form_.StepFocus(direction);
-    return steps;
+    if (ArrowsStepFocus()) form_.StepFocus(direction);
+    return ArrowsStepFocus();
   };
   switch (key.code) {
     case KeyCode::Tab:
@@ -137,16 +132,16 @@ bool Control::KeyDown(Key key, bool& used) {
 }
 
 bool Control::KeyUp(Key key) {
-  return ActOfRelease([&] { HandleKeyRelease(key); });
+  return ActBesidePopup([&] { HandleKeyRelease(key); });
 }
 
 bool Control::Act(const std::function<void()>& act) {
   if (!Reachable()) return false;
-  if (kind_ != ControlKind::MenuEntry) TheDesktop().ClosePopup();
-  return ActOfRelease(act);
+  TheDesktop().ClosePopup();
+  return ActBesidePopup(act);
 }
 
-bool Control::ActOfRelease(const std::function<void()>& act) {
+bool Control::ActBesidePopup(const std::function<void()>& act) {
   if (!Reachable()) return false;
   TheDesktop().RunAct(OperationName(), act);
   return true;

@@ -9,8 +9,8 @@
 
 namespace quillmark {
 
+class Control;
 class Form;
-class Frame;
 
 enum class ControlKind {
   Label,
@@ -33,7 +33,7 @@ std::string_view KindName(ControlKind kind);
 /// How a control starts: what the form was designed with. Fields that a kind has no use for stay
 /// empty.
 struct Design {
-  Frame* frame = nullptr;  ///< the frame that it stands in; none for a control of the bare form
+  Control* frame = nullptr;  ///< what it stands in; none for a control of the bare form
   std::string caption = {};
   bool enabled = true;
   bool visible = true;
@@ -65,7 +65,7 @@ class Control {
   /// The name, with the index in parentheses for a control of an array: "txtFog(1)".
   std::string FullName() const;
   Form& Owner() const { return form_; }
-  Frame* Parent() const { return design_.frame; }
+  Control* Parent() const { return design_.frame; }
 
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string_view caption);
@@ -91,10 +91,15 @@ class Control {
   /// with it anywhere; returns whether that used the key up, so that the control's own editing must
   /// not see it. Not an act by itself.
   virtual bool HandleKey(Key key);
+  /// The focus stepped to the control, by a key or because it could not stay where it was.
+  virtual void HandleFocusStep() {}
   /// The focus went from the control to another one of its form.
   virtual void HandleFocusLoss() {}
   /// A key comes up in the control.
   virtual void HandleKeyRelease(Key /*key*/) {}
+  /// A person presses it by Enter or Escape in another control, which keeps the focus. False if it
+  /// can't be reached, or is nothing to press.
+  virtual bool PressFromElsewhere() { return false; }
 
   /// Acts of a person, each with the test of reach in front and the fault boundary around it.
   /// All return false, without any effect, if the control can't be reached.
@@ -103,9 +108,12 @@ class Control {
 
  protected:
   /// Runs `act` as one act of a person on this control. What begins on a control closes a popup
-  /// menu that is open elsewhere; what only ends there, a release, leaves it open.
+  /// menu that is open elsewhere; what only ends there, a release, leaves it open, and so does what
+  /// happens in the menu itself.
   bool Act(const std::function<void()>& act);
-  bool ActOfRelease(const std::function<void()>& act);
+  bool ActBesidePopup(const std::function<void()>& act);
+  /// Whether arrows move the focus, because they mean nothing else in the control.
+  virtual bool ArrowsStepFocus() const { return false; }
   /// Notes that the screen has to show this control anew.
   void MarkChanged();
   /// How the platform's message names what a person did with this control.

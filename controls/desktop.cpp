@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <exception>
 
+#include "controls/control.h"
+#include "controls/form.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
 
@@ -16,10 +18,6 @@ Desktop& TheDesktop() {
 Screen& Desktop::TheScreen() const {
   if (screen_ == nullptr) throw Fault(FaultKind::InvalidValue, "no display is attached");
   return *screen_;
-}
-
-std::pair<int, int> Screen::NaturalSize(const Form& form) {
-  return {form.StartState().width, form.StartState().height};
 }
 
 Screen& Desktop::BeforeWaiting() {
@@ -51,7 +49,7 @@ void Desktop::RunAct(std::string_view operation, const std::function<void()>& ac
 }
 
 void Desktop::ShowFault(std::string_view operation, FaultKind kind, std::string_view text) {
-  MessageBox box;
+  Message box;
   box.icon = BoxIcon::Critical;
   box.title = kProgramName;
   box.text = "\"" + std::string(operation) + "\" could not be done.\n\n" +
@@ -76,8 +74,8 @@ void Desktop::SettleFocus() {
   }
 }
 
-BoxButton Desktop::Ask(const MessageBox& box) {
-  MessageBox shown = box;
+BoxButton Desktop::Ask(const Message& box) {
+  Message shown = box;
   shown.title = ShownText(box.title);
   shown.text = ShownText(box.text);
   ClosePopup();
@@ -142,13 +140,6 @@ void Desktop::Stop(Timer& timer) {
   if (timer_ != &timer) return;
   timer_ = nullptr;
   TheScreen().StopTimer(timer);
-}
-
-void Timer::Elapse() {
-  TheDesktop().Stop(*this);
-  TheDesktop().RunAct("Start the program", [this] {
-    if (onElapse) onElapse();
-  });
 }
 
 void UnlessCancelled(const std::function<void()>& steps) {

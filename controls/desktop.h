@@ -6,13 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include "controls/controls.h"
-#include "controls/form.h"
 #include "controls/screen.h"
-#include "controls/timer.h"
 #include "platform/fault.h"
 
 namespace quillmark {
+
+class Control;
 
 /// The program's name as it stands in titles of the platform's own boxes.
 inline constexpr std::string_view kProgramName = "Quillmark";
@@ -35,8 +34,8 @@ class Desktop {
   void StartUpIsOver() { startingUp_ = false; }
   bool Ended() const { return ended_; }
 
-  /// Message boxes of one button, and questions. See `Screen::AskMessage`.
-  BoxButton Ask(const MessageBox& box);
+  /// Boxes of one button, and questions. See `Screen::AskMessage`.
+  BoxButton Ask(const Message& box);
   void ShowError(std::string_view title, std::string_view text);
   bool AskYesNo(std::string_view title, std::string_view text);
   std::optional<std::string> AskText(const InputBox& box);

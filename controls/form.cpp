@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <tuple>
 
-#include "controls/controls.h"
 #include "controls/desktop.h"
 #include "platform/fault.h"
 #include "platform/log.h"
@@ -156,9 +155,7 @@ void Form::StepFocus(int direction) {
   const auto start = here == controls_.end() ? std::ptrdiff_t{-1} : here - controls_.begin();
   Control* const next = NextFocus(start, direction);
   SetFocus(next);
-  if (next != nullptr && next->Kind() == ControlKind::TextBox) {
-    static_cast<TextBox*>(next)->SelectAll();
-  }
+  if (next != nullptr) next->HandleFocusStep();
 }
 
 void CenterForm(Form& form) {

@@ -91,8 +91,8 @@ class Form {
   void StepFocus(int direction);
 
   /// The buttons that Enter and Escape press where the control with the focus has no use for them.
-  class Button* defaultButton = nullptr;
-  class Button* cancelButton = nullptr;
+  Control* defaultButton = nullptr;
+  Control* cancelButton = nullptr;
 
  private:
   friend class Control;

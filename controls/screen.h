@@ -14,13 +14,15 @@ class Timer;
 enum class BoxIcon { None, Critical, Question, Information, Warning };
 enum class BoxButton { OK, Yes, No, Cancel, End, Continue };
 
-struct MessageBox {
+/// A message that is answered by one of its buttons.
+struct Message {
   BoxIcon icon = BoxIcon::None;
   std::vector<BoxButton> buttons = {BoxButton::OK};
   std::string title;
   std::string text;
 };
 
+/// A question that is answered by a line of text; `text` is what stands in it at first.
 struct InputBox {
   std::string prompt;
   std::string title;
@@ -47,7 +49,7 @@ class Screen {
 
   /// The button that was pressed. Closing a box by its frame presses Cancel, No, Continue or OK,
   /// whichever it has first in this order; a box with "End" alone ends.
-  virtual BoxButton AskMessage(const MessageBox& box) = 0;
+  virtual BoxButton AskMessage(const Message& box) = 0;
   /// The text; nothing if it was cancelled.
   virtual std::optional<std::string> AskText(const InputBox& box) = 0;
   /// The full path that was chosen; nothing if it was cancelled.

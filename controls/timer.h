@@ -1,13 +1,17 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <string_view>
 
 namespace quillmark {
 
 /// A one-shot timer of a form. `TheDesktop().Start` sets it running.
 class Timer {
  public:
-  explicit Timer(int milliseconds) : milliseconds_(milliseconds) {}
+  /// `operation` is the name of what its handler does, for a message about a fault of it.
+  Timer(std::string_view operation, int milliseconds)
+      : operation_(operation), milliseconds_(milliseconds) {}
 
   std::function<void()> onElapse;
 
@@ -16,6 +20,7 @@ class Timer {
   void Elapse();
 
  private:
+  std::string operation_;
   int milliseconds_;
 };
 

@@ -18,10 +18,10 @@ constexpr int kMostFileNames = 255;
 bool StandsInFolder(const std::string& name) { return UpperCased(name).starts_with(kFolder); }
 
 /// Fills the lists anew, name by name in turn, and shows the selected level's file name again.
-void Refill(const std::vector<RowsControl*>& lists) {
-  for (RowsControl* list : lists) list->Clear();
+void Refill(const std::vector<TextRows*>& lists) {
+  for (TextRows* list : lists) list->Clear();
   for (int i = 0; i < TRScript.NumFileNames; ++i) {
-    for (RowsControl* list : lists) list->AddRow(TRScript.FileNames[i]);
+    for (TextRows* list : lists) list->AddRow(TRScript.FileNames[i]);
   }
   SelectValue(frmEditor.cmbFN, SelectedLevel().FileNameIndex, "the selected level's file name");
 }

@@ -120,9 +120,9 @@ StringListeners ListStrings() {
   return {.stringRead =
               [](const std::string& text) {
                 frmStrings.Load();
-                for (RowsControl* list :
-                     std::array<RowsControl*, 4>{&frmEditor.cmbName, &frmEditor.cmbLegend,
-                                                 &frmStrings.lstStrings, &frmEditor.cmbString}) {
+                for (TextRows* list :
+                     std::array<TextRows*, 4>{&frmEditor.cmbName, &frmEditor.cmbLegend,
+                                              &frmStrings.lstStrings, &frmEditor.cmbString}) {
                   list->AddRow(text);
                 }
               },
@@ -153,9 +153,9 @@ StringListeners ListStrings() {
 // Load.
 
 void EmptyLists() {
-  for (RowsControl* list : std::array<RowsControl*, 6>{
-           &frmEditor.lstLevels, &frmEditor.lstFileNames, &frmEditor.cmbFN, &frmEditor.cmbLegend,
-           &frmEditor.cmbName, &frmEditor.cmbString}) {
+  for (TextRows* list :
+       std::array<TextRows*, 6>{&frmEditor.lstLevels, &frmEditor.lstFileNames, &frmEditor.cmbFN,
+                                &frmEditor.cmbLegend, &frmEditor.cmbName, &frmEditor.cmbString}) {
     list->Clear();
   }
   StringsMod.StringPool.Redim(kOffsetPlaces - 1);
@@ -275,7 +275,7 @@ void NewSteps() {
   if (path.empty()) return;
   ReadLanguagesIn(GetPath(path), ReadFoundLanguage);
   // Kept as it is: the row has no counterpart in the model.
-  for (RowsControl* list : std::array<RowsControl*, 2>{&frmEditor.lstFileNames, &frmEditor.cmbFN}) {
+  for (TextRows* list : std::array<TextRows*, 2>{&frmEditor.lstFileNames, &frmEditor.cmbFN}) {
     list->AddRow("DATA\\TITLE");
   }
   TRScript.NumLevels = 1;

@@ -1,7 +1,10 @@
 #include "forms/apply_texts.h"
 
+#include <string>
+#include <variant>
 #include <vector>
 
+#include "controls/list_view.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "forms/interface_texts.h"
@@ -10,14 +13,33 @@
 namespace quillmark {
 namespace {
 
+// What a text can be written to.
+
+struct TitleBar {
+  Form& form;
+  void Write(const std::string& text) const { form.SetCaption(text); }
+};
+
+struct CaptionOf {
+  Control& control;
+  void Write(const std::string& text) const { control.SetCaption(text); }
+};
+
+struct ToolTipOf {
+  Control& control;
+  void Write(const std::string& text) const { control.SetToolTip(text); }
+};
+
+struct HeaderOf {
+  ListView& list;
+  int column;
+  void Write(const std::string& text) const { list.SetColumnCaption(column, text); }
+};
+
 /// One entry of the table and the place that it is written to.
 struct Assignment {
-  enum class Place { FormCaption, Caption, Column, ToolTip };
-
   Entry entry;
-  Place place;
-  Control* control = nullptr;
-  int column = 0;
+  std::variant<TitleBar, CaptionOf, ToolTipOf, HeaderOf> place;
 };
 
 struct FormTexts {
@@ -25,15 +47,11 @@ struct FormTexts {
   std::vector<Assignment> assignments;
 };
 
-Assignment FormCaption(Entry entry) { return {entry, Assignment::Place::FormCaption}; }
-Assignment Caption(Entry entry, Control& control) {
-  return {entry, Assignment::Place::Caption, &control};
-}
+Assignment FormCaption(Entry entry, Form& form) { return {entry, TitleBar{form}}; }
+Assignment Caption(Entry entry, Control& control) { return {entry, CaptionOf{control}}; }
+Assignment ToolTip(Entry entry, Control& control) { return {entry, ToolTipOf{control}}; }
 Assignment Column(Entry entry, ListView& list, int column) {
-  return {entry, Assignment::Place::Column, &list, column};
-}
-Assignment ToolTip(Entry entry, Control& control) {
-  return {entry, Assignment::Place::ToolTip, &control};
+  return {entry, HeaderOf{list, column}};
 }
 
 FormTexts EditorTexts() {
@@ -132,7 +150,7 @@ FormTexts StringTableTexts() {
        Column(Entry::ItalianColumn, f.ListView1, 2), Column(Entry::EnglishColumn, f.ListView1, 3),
        Column(Entry::UsColumn, f.ListView1, 4), Column(Entry::GermanColumn, f.ListView1, 5),
        Column(Entry::FrenchColumn, f.ListView1, 6), Column(Entry::SpanishColumn, f.ListView1, 7),
-       Column(Entry::JapaneseColumn, f.ListView1, 8), FormCaption(Entry::StringsCaption),
+       Column(Entry::JapaneseColumn, f.ListView1, 8), FormCaption(Entry::StringsCaption, f),
        ToolTip(Entry::ItalianColumn, f.txtString[0]), ToolTip(Entry::EnglishColumn, f.txtString[1]),
        ToolTip(Entry::UsColumn, f.txtString[2]), ToolTip(Entry::GermanColumn, f.txtString[3]),
        ToolTip(Entry::FrenchColumn, f.txtString[4]), ToolTip(Entry::SpanishColumn, f.txtString[5]),
@@ -142,15 +160,15 @@ FormTexts StringTableTexts() {
 
 FormTexts ExtensionsTexts() {
   FrmEx& f = frmEx;
-  return {
-      &f,
-      {Caption(Entry::Ok, f.Command1), Caption(Entry::Cancel, f.Command2),
-       Caption(Entry::LevelExtensionLabel, f.Label1[0]),
-       Caption(Entry::LevelExtensionLabel, f.Label1[1]),
-       Caption(Entry::FmvExtensionLabel, f.Label2[0]),
-       Caption(Entry::FmvExtensionLabel, f.Label2[1]),
-       Caption(Entry::CutsceneExtensionLabel, f.Label3[0]),
-       Caption(Entry::CutsceneExtensionLabel, f.Label3[1]), FormCaption(Entry::ExtensionsCaption)}};
+  return {&f,
+          {Caption(Entry::Ok, f.Command1), Caption(Entry::Cancel, f.Command2),
+           Caption(Entry::LevelExtensionLabel, f.Label1[0]),
+           Caption(Entry::LevelExtensionLabel, f.Label1[1]),
+           Caption(Entry::FmvExtensionLabel, f.Label2[0]),
+           Caption(Entry::FmvExtensionLabel, f.Label2[1]),
+           Caption(Entry::CutsceneExtensionLabel, f.Label3[0]),
+           Caption(Entry::CutsceneExtensionLabel, f.Label3[1]),
+           FormCaption(Entry::ExtensionsCaption, f)}};
 }
 
 FormTexts LanguageEditorTexts() {
@@ -159,14 +177,14 @@ FormTexts LanguageEditorTexts() {
       &f,
       {Caption(Entry::Save, f.Command2), Caption(Entry::Cancel, f.Command3),
        Column(Entry::ItemColumn, f.l, 1), Column(Entry::TranslationColumn, f.l, 2),
-       FormCaption(Entry::LanguageEditorCaption), ToolTip(Entry::ChooseLanguageFile, f.Command1),
+       FormCaption(Entry::LanguageEditorCaption, f), ToolTip(Entry::ChooseLanguageFile, f.Command1),
        ToolTip(Entry::InterfaceTexts, f.l), ToolTip(Entry::Translation, f.txtString)}};
 }
 
 FormTexts OptionsTexts() {
   FrmOptions& f = frmOptions;
   return {&f,
-          {FormCaption(Entry::OptionsCaption), Caption(Entry::ChooseLevel, f.chkFlags[0]),
+          {FormCaption(Entry::OptionsCaption, f), Caption(Entry::ChooseLevel, f.chkFlags[0]),
            Caption(Entry::ShowTitle, f.chkFlags[1]), Caption(Entry::EnableLoadSave, f.chkFlags[2]),
            Caption(Entry::EnableDozy, f.chkFlags[3]), Caption(Entry::DemoVersion, f.chkFlags[4]),
            Caption(Entry::Unknown1, f.chkFlags[5]), Caption(Entry::Unknown2, f.chkFlags[6]),
@@ -183,28 +201,10 @@ const std::vector<FormTexts>& Texts() {
       LanguageEditorTexts(),
       OptionsTexts(),
       {&fss,
-       {FormCaption(Entry::FindStringCaption), ToolTip(Entry::Search, fss.txtFind),
+       {FormCaption(Entry::FindStringCaption, fss), ToolTip(Entry::Search, fss.txtFind),
         ToolTip(Entry::Strings, fss.l)}},
       {&raw, {ToolTip(Entry::StreamBytes, raw.l)}}};
   return texts;
-}
-
-void Assign(Form& form, const Assignment& assignment) {
-  const std::string& text = TextOf(assignment.entry);
-  switch (assignment.place) {
-    case Assignment::Place::FormCaption:
-      form.SetCaption(text);
-      break;
-    case Assignment::Place::Caption:
-      assignment.control->SetCaption(text);
-      break;
-    case Assignment::Place::Column:
-      static_cast<ListView*>(assignment.control)->SetColumnCaption(assignment.column, text);
-      break;
-    case Assignment::Place::ToolTip:
-      assignment.control->SetToolTip(text);
-      break;
-  }
 }
 
 }  // namespace
@@ -212,7 +212,9 @@ void Assign(Form& form, const Assignment& assignment) {
 void ApplyTexts(Form& form) {
   for (const FormTexts& texts : Texts()) {
     if (texts.form != &form) continue;
-    for (const Assignment& assignment : texts.assignments) Assign(form, assignment);
+    for (const auto& [entry, place] : texts.assignments) {
+      std::visit([&](const auto& where) { where.Write(TextOf(entry)); }, place);
+    }
   }
 }
 

@@ -14,7 +14,7 @@ struct FrmForm1 : Form {
   Label Label2{*this, "Label2", {.caption = "Quillmark"}};
   Label Label1{*this, "Label1", {}};
   Label Label3{*this, "Label3", {.caption = "Creato da Dorvane"}};
-  Timer Timer1{2000};
+  Timer Timer1{"Start the program", 2000};
 };
 
 /// The script's head values.

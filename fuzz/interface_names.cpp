@@ -9,10 +9,10 @@
 #include "forms/interface_texts.h"
 #include "frame/dialogs.h"
 #include "frame/settings.h"
-#include "fuzz/silent_screen.h"
 #include "fuzz/workspace.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
+#include "tests/support/silent_screen.h"
 
 namespace quillmark {
 namespace {

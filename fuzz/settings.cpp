@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "forms/interface_texts.h"
-#include "fuzz/silent_screen.h"
 #include "fuzz/workspace.h"
 #include "platform/file_numbers.h"
 #include "platform/version.h"
+#include "tests/support/silent_screen.h"
 
 namespace quillmark {
 namespace {

@@ -10,9 +10,9 @@ namespace quillmark {
 namespace {
 
 /// Appends the first `NumStrings` of the pool to each of the controls.
-void AddStrings(std::initializer_list<RowsControl*> controls) {
+void AddStrings(std::initializer_list<TextRows*> controls) {
   for (int i = 0; i < StringsMod.NumStrings; ++i) {
-    for (RowsControl* control : controls) control->AddRow(StringsMod.StringPool[i]);
+    for (TextRows* control : controls) control->AddRow(StringsMod.StringPool[i]);
   }
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "controls/controls.h"
+#include "controls/list_view.h"
 #include "ui/ansi_text.h"
 #include "ui/key_events.h"
 

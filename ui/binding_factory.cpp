@@ -1,7 +1,7 @@
 #include <QGroupBox>
 #include <QLabel>
 
-#include "ui/ansi_text.h"
+#include "controls/passive_controls.h"
 #include "ui/binding.h"
 #include "ui/button_bindings.h"
 #include "ui/row_bindings.h"

@@ -3,7 +3,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 
-#include "controls/controls.h"
+#include "controls/buttons.h"
 #include "ui/binding.h"
 
 namespace quillmark {

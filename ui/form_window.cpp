@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -225,7 +224,7 @@ QString FormWindow::AccessibleNameOf(const Binding& binding) const {
     if (label != nullptr) name = Spoken(label->text());
     if (button != nullptr) name = Spoken(button->text());
   }
-  for (const Frame* frame = control.Parent(); name.isEmpty() && frame != nullptr;
+  for (const Control* frame = control.Parent(); name.isEmpty() && frame != nullptr;
        frame = frame->Parent()) {
     name = caption(*frame);
   }

@@ -13,10 +13,12 @@
 #include <QPushButton>
 #include <QScreen>
 #include <algorithm>
-#include <array>
 #include <set>
 
 #include "controls/desktop.h"
+#include "controls/form.h"
+#include "controls/menus.h"
+#include "controls/timer.h"
 #include "ui/ansi_text.h"
 #include "ui/file_filters.h"
 #include "ui/program_style.h"
@@ -67,7 +69,7 @@ QAbstractButton* AddButton(QMessageBox& box, BoxButton button) {
 }
 
 /// The button that closing the box by its frame presses.
-BoxButton ButtonOfFrame(const MessageBox& box) {
+BoxButton ButtonOfFrame(const Message& box) {
   for (const BoxButton wanted :
        {BoxButton::Cancel, BoxButton::No, BoxButton::Continue, BoxButton::OK}) {
     if (std::find(box.buttons.begin(), box.buttons.end(), wanted) != box.buttons.end()) {
@@ -92,7 +94,7 @@ QtScreen::QtScreen() : lastFolder_(QDir::homePath()) {
 
 QtScreen::~QtScreen() { QtScreen::SetPointer(Pointer::Default); }
 
-BoxButton QtScreen::AskMessage(const MessageBox& box) {
+BoxButton QtScreen::AskMessage(const Message& box) {
   QMessageBox shown(IconOf(box.icon), FromAnsi(box.title), FromAnsi(box.text),
                     QMessageBox::NoButton, FrontWindow());
   shown.setTextFormat(Qt::PlainText);

@@ -29,7 +29,7 @@ class QtScreen : public Screen {
   QtScreen();
   ~QtScreen() override;
 
-  BoxButton AskMessage(const MessageBox& box) override;
+  BoxButton AskMessage(const Message& box) override;
   std::optional<std::string> AskText(const InputBox& box) override;
   std::optional<std::string> AskFile(const FileRequest& request) override;
   void FormShown(Form& form) override;

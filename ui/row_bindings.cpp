@@ -33,7 +33,7 @@ bool ComboBinding::OtherEvent(QEvent& event) {
 }
 
 void ListBinding::Show(RowsModel& model) {
-  rows_ = &model;
+  model_ = &model;
   view_.setModel(&model);
   view_.setSelectionMode(QAbstractItemView::SingleSelection);
   view_.setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -47,7 +47,7 @@ void ListBinding::Show(RowsModel& model) {
             // selects none.
             const bool moved =
                 !RefreshScope::Running() && view_.selectionModel()->isSelected(current);
-            if (moved && !MoveTo(current.row())) Restore();
+            if (moved && !rows_.Choose(current.row())) Restore();
           });
 }
 
@@ -60,8 +60,8 @@ bool ListBinding::KeyPressed(const QKeyEvent& event) {
 }
 
 void ListBinding::ShowState() {
-  rows_->Refresh();
-  const QModelIndex wanted = rows_->index(Row(), 0);
+  model_->Refresh();
+  const QModelIndex wanted = model_->index(rows_.Row(), 0);
   if (view_.currentIndex().row() == wanted.row() && view_.selectionModel()->hasSelection()) return;
   if (wanted.isValid()) {
     view_.setCurrentIndex(wanted);
@@ -134,7 +134,7 @@ bool ListViewBinding::MousePressed(const QMouseEvent& event) {
   if (row < 0) {
     cells_.ClickBeside();
   } else {
-    cells_.ChooseByMouse(row);
+    cells_.ClickRow(row);
   }
   return true;
 }

@@ -5,7 +5,9 @@
 #include <QTreeView>
 #include <vector>
 
-#include "controls/controls.h"
+#include "controls/list_view.h"
+#include "controls/rows_control.h"
+#include "controls/text_rows.h"
 #include "ui/binding.h"
 #include "ui/row_models.h"
 
@@ -28,7 +30,8 @@ class ComboBinding : public Binding {
 /// What list boxes and list views have in common: rows below each other, of which one is selected.
 class ListBinding : public Binding {
  protected:
-  ListBinding(Control& control, QAbstractItemView& view) : Binding(control, view), view_(view) {}
+  ListBinding(RowsControl& control, QAbstractItemView& view)
+      : Binding(control, view), rows_(control), view_(view) {}
 
   /// Has the view show the rows of `model`, and follows what a person selects with keys.
   void Show(RowsModel& model);
@@ -38,14 +41,11 @@ class ListBinding : public Binding {
   /// The space bar is kept from the view, which would take its selection away with it.
   bool KeyPressed(const QKeyEvent& event) override;
   void ShowState() override;
-  /// The row that the control has selected, -1 for none.
-  virtual int Row() const = 0;
-  /// A person moved to `row` with a key; whether the control takes it.
-  virtual bool MoveTo(int row) = 0;
 
  private:
+  RowsControl& rows_;
   QAbstractItemView& view_;
-  RowsModel* rows_ = nullptr;
+  RowsModel* model_ = nullptr;
 };
 
 class ListBoxBinding : public ListBinding {
@@ -55,8 +55,6 @@ class ListBoxBinding : public ListBinding {
  protected:
   bool MousePressed(const QMouseEvent& event) override;
   bool MouseReleased(const QMouseEvent& event) override;
-  int Row() const override { return list_.Row(); }
-  bool MoveTo(int row) override { return list_.Choose(row); }
 
  private:
   ListBox& list_;
@@ -71,8 +69,6 @@ class ListViewBinding : public ListBinding {
   void ShowState() override;
   bool MousePressed(const QMouseEvent& event) override;
   bool MouseReleased(const QMouseEvent& event) override;
-  int Row() const override { return cells_.Row(); }
-  bool MoveTo(int row) override { return cells_.ChooseByKey(row); }
 
  private:
   void ShowColumns();

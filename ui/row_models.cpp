@@ -10,10 +10,10 @@ int RowsModel::rowCount(const QModelIndex& parent) const {
 }
 
 void RowsModel::Refresh() {
-  if (announcedVersion_ == Version()) return;
+  if (announcedVersion_ == rows_.RowsVersion()) return;
   beginResetModel();
-  announced_ = Count();
-  announcedVersion_ = Version();
+  announced_ = rows_.Count();
+  announcedVersion_ = rows_.RowsVersion();
   endResetModel();
 }
 
@@ -24,7 +24,7 @@ QVariant TextsModel::data(const QModelIndex& index, int role) const {
   return FromAnsi(control_.Rows()[static_cast<std::size_t>(index.row())]);
 }
 
-CellsModel::CellsModel(const ListView& control) : control_(control) {
+CellsModel::CellsModel(const ListView& control) : RowsModel(control), control_(control) {
   for (const std::string& name : control.Images()) pictures_.push_back(PictureIcon(name));
 }
 

@@ -5,23 +5,23 @@
 #include <cstdint>
 #include <vector>
 
-#include "controls/controls.h"
+#include "controls/list_view.h"
+#include "controls/text_rows.h"
 
 namespace quillmark {
 
 /// The rows of a control, read from the control itself.
 class RowsModel : public QAbstractTableModel {
  public:
+  explicit RowsModel(const RowsControl& rows) : rows_(rows) {}
+
   int rowCount(const QModelIndex& parent = {}) const override;
 
   /// Tells the views that all rows are new, if they are.
   void Refresh();
 
- protected:
-  virtual int Count() const = 0;
-  virtual std::uint64_t Version() const = 0;
-
  private:
+  const RowsControl& rows_;
   int announced_ = 0;  ///< rows that the views know of, whatever the control holds meanwhile
   std::uint64_t announcedVersion_ = 0;
 };
@@ -29,17 +29,13 @@ class RowsModel : public QAbstractTableModel {
 /// The rows of a combo or list box.
 class TextsModel : public RowsModel {
  public:
-  explicit TextsModel(const RowsControl& control) : control_(control) {}
+  explicit TextsModel(const TextRows& control) : RowsModel(control), control_(control) {}
 
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
 
- protected:
-  int Count() const override { return control_.Count(); }
-  std::uint64_t Version() const override { return control_.RowsVersion(); }
-
  private:
-  const RowsControl& control_;
+  const TextRows& control_;
 };
 
 /// The cells of a list view.
@@ -53,10 +49,6 @@ class CellsModel : public RowsModel {
 
   /// Tells the views that captions may be new.
   void RefreshHeader();
-
- protected:
-  int Count() const override { return control_.Count(); }
-  std::uint64_t Version() const override { return control_.RowsVersion(); }
 
  private:
   const ListView& control_;

@@ -3,7 +3,7 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 
-#include "controls/controls.h"
+#include "controls/text_box.h"
 #include "ui/binding.h"
 
 namespace quillmark {

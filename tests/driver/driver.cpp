@@ -6,11 +6,14 @@
 #include <iostream>
 #include <map>
 #include <sstream>
-#include <string_view>
 #include <tuple>
 #include <utility>
 
+#include "controls/control.h"
 #include "controls/desktop.h"
+#include "controls/form.h"
+#include "controls/menus.h"
+#include "controls/timer.h"
 #include "core/script_model.h"
 #include "editor/editor_form.h"
 #include "frame/inventory.h"
@@ -237,7 +240,7 @@ std::string NameOf(BoxButton button) {
   return names.at(static_cast<std::size_t>(button));
 }
 
-std::string PromptOf(const MessageBox& box) {
+std::string PromptOf(const Message& box) {
   constexpr std::array icons = {"none", "critical", "question", "information", "warning"};
   std::string buttons;
   for (const BoxButton button : box.buttons) buttons += "," + NameOf(button);

@@ -18,7 +18,7 @@ struct OpenBox {
 };
 
 /// The prompt lines of the boxes.
-std::string PromptOf(const MessageBox& box);
+std::string PromptOf(const Message& box);
 std::string PromptOf(const InputBox& box);
 std::string PromptOf(const FileRequest& request);
 std::string NameOf(BoxButton button);

@@ -6,6 +6,52 @@
 
 namespace quillmark {
 
+namespace {
+
+void ReplaceSelection(TextBox& box, std::string_view with) {
+  std::string text = box.Text();
+  const auto start = static_cast<std::size_t>(box.SelectionStart());
+  text.replace(start, static_cast<std::size_t>(box.SelectionLength()), with);
+  if (box.MaxLength() > 0 && text.size() > static_cast<std::size_t>(box.MaxLength())) return;
+  box.Edit(text, static_cast<int>(start + with.size()), 0);
+}
+
+/// Removes what is marked, or else the character at `place`, if there is one.
+void Remove(TextBox& box, int place) {
+  const bool isThere = place >= 0 && place < static_cast<int>(box.Text().size());
+  if (box.SelectionLength() == 0 && isThere) box.SelectText(place, 1);
+  if (box.SelectionLength() > 0) ReplaceSelection(box, {});
+}
+
+/// What a toolkit's line does by itself with a key that the control has no use for.
+void EditByKey(TextBox& box, Key key) {
+  if (!box.Reachable()) return;
+  const int caret = box.SelectionStart() + box.SelectionLength();
+  switch (key.code) {
+    case KeyCode::Character: {
+      const char typed = box.Typed(key.character);
+      ReplaceSelection(box, std::string_view(&typed, 1));
+      break;
+    }
+    case KeyCode::Backspace:
+      Remove(box, box.SelectionStart() - 1);
+      break;
+    case KeyCode::Delete:
+      Remove(box, box.SelectionStart());
+      break;
+    case KeyCode::Left:
+      box.SelectText(caret - 1, 0);
+      break;
+    case KeyCode::Right:
+      box.SelectText(caret + 1, 0);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
 CommandError NotFor(const Control& control) {
   return CommandError("not for a " + std::string(KindName(control.Kind())));
 }
@@ -76,7 +122,7 @@ bool Hands::PressKey(Control& control, Key key) {
   bool used = false;
   if (!control.KeyDown(key, used)) return false;
   const bool space = key.code == KeyCode::Character && key.character == ' ';
-  if (auto* box = dynamic_cast<TextBox*>(&control); box && !used) box->EditByKey(key);
+  if (auto* box = dynamic_cast<TextBox*>(&control); box && !used) EditByKey(*box, key);
   if (auto* check = dynamic_cast<CheckBox*>(&control); check && space && !used) check->Flip();
   if (auto* button = dynamic_cast<Button*>(&control); button && space && !used) button->Press();
   if (auto* option = dynamic_cast<OptionButton*>(&control); option && space && !used) {
@@ -99,8 +145,8 @@ bool Hands::Paste(TextBox& box, const std::string& text) {
 }
 
 bool Hands::Select(Control& control, int row) {
-  if (auto* view = dynamic_cast<ListView*>(&control)) return view->ChooseByMouse(row);
-  auto& rows = As<RowsControl>(control);
+  if (auto* view = dynamic_cast<ListView*>(&control)) return view->ClickRow(row);
+  auto& rows = As<TextRows>(control);
   if (!rows.Reachable() || row < 0 || row >= rows.Count()) return false;
   auto* const list = dynamic_cast<ListBox*>(&control);
   if (list != nullptr) list->MousePress(MouseButton::Left);
@@ -119,7 +165,7 @@ Sight Hands::See(const Control& control) {
     sight.ticked = check->Ticked();
   } else if (const auto* option = dynamic_cast<const OptionButton*>(&control)) {
     sight.ticked = option->On();
-  } else if (const auto* list = dynamic_cast<const RowsControl*>(&control)) {
+  } else if (const auto* list = dynamic_cast<const TextRows*>(&control)) {
     sight.rows.emplace();
     for (const std::string& text : list->Rows()) sight.rows->push_back({{text}});
     sight.row = list->Row();

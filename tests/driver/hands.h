@@ -8,6 +8,7 @@
 #include "controls/controls.h"
 #include "controls/form.h"
 #include "support/text.h"
+#include "tools/json_text.h"
 
 namespace quillmark {
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "controls/form.h"
 #include "driver/driver.h"
-#include "fuzz/silent_screen.h"
+#include "support/silent_screen.h"
 
 namespace quillmark {
 
@@ -10,7 +11,7 @@ class LogicalScreen : public SilentScreen {
  public:
   explicit LogicalScreen(Driver& driver) : driver_(driver) {}
 
-  BoxButton AskMessage(const MessageBox& box) override {
+  BoxButton AskMessage(const Message& box) override {
     std::optional<BoxButton> pressed;
     const auto take = [&](const std::string& answer, const std::string& /*text*/) {
       for (const BoxButton button : box.buttons) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <map>
 
+#include "controls/form.h"
 #include "ui/ansi_text.h"
 
 namespace quillmark {
@@ -27,7 +28,7 @@ OpenBox Shown(QMessageBox& box) {
   for (QAbstractButton* button : box.buttons()) {
     buttons["press " + button->text().remove('&').toStdString()] = button;
   }
-  MessageBox shown = {IconOf(box), {}, ToAnsi(box.windowTitle()), ToAnsi(box.text())};
+  Message shown = {IconOf(box), {}, ToAnsi(box.windowTitle()), ToAnsi(box.text())};
   for (const BoxButton button : {BoxButton::OK, BoxButton::Yes, BoxButton::No, BoxButton::Cancel,
                                  BoxButton::End, BoxButton::Continue}) {
     if (buttons.contains("press " + NameOf(button))) shown.buttons.push_back(button);

@@ -2,6 +2,8 @@
 
 #include <fstream>
 
+#include "tools/json_text.h"
+
 namespace quillmark {
 
 std::string Quoted(std::string_view bytes) { return JsonLine(TextOfBytes(bytes)); }

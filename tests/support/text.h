@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "tools/json_text.h"
-
 namespace quillmark {
 
 /// A line of input that names something unknown; its text is the answer.

@@ -15,6 +15,7 @@
 #include <set>
 
 #include "controls/desktop.h"
+#include "controls/timer.h"
 #include "driver/widget_screen.h"
 #include "forms/editor_controls.h"
 #include "forms/interface_texts.h"
@@ -58,7 +59,7 @@ void Change(Control& control) {
     check->SetTicked(!check->Ticked());
   } else if (auto* option = dynamic_cast<OptionButton*>(&control)) {
     option->SetOn();
-  } else if (auto* rows = dynamic_cast<RowsControl*>(&control)) {
+  } else if (auto* rows = dynamic_cast<TextRows*>(&control)) {
     rows->AddRow("first\xE0");
     rows->AddRow("");
     rows->Select(rows->Count() - 1);

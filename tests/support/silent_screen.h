@@ -17,7 +17,7 @@ class SilentScreen : public Screen {
 
   std::vector<std::string> boxes;  ///< texts of all boxes that were shown
 
-  BoxButton AskMessage(const MessageBox& box) override {
+  BoxButton AskMessage(const Message& box) override {
     boxes.push_back(box.text);
     return box.buttons.front();
   }
