@@ -21,6 +21,7 @@
 #include "bench/plain_files.h"
 #include "bench/temporary_folder.h"
 #include "core/script_dat.h"
+#include "core/script_model.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/little_endian.h"
