@@ -5,9 +5,6 @@
 
 namespace quillmark {
 
-/// The most levels that a script can have.
-inline constexpr int kMostLevels = 255;
-
 /// Fills the model with a script of `levels` levels and seven languages, the same at every call.
 /// With `kMostLevels` it is the largest script that can be saved: both of its blocks have 32767
 /// bytes, and each language has 2,000 strings in 32767 bytes. With fewer levels all of it is less

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <string>
-#include <string_view>
 
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
@@ -12,6 +11,10 @@ namespace quillmark {
 /// The game that a script belongs to, as `ScriptKind` holds it. Every other value reads as TR5.
 inline constexpr std::uint8_t kTr4 = 4;
 inline constexpr std::uint8_t kTr5 = 5;
+
+/// What the head of a script has a byte to count by.
+inline constexpr int kMostLevels = 255;
+inline constexpr int kMostFileNames = 255;
 
 /// Places of the arrays below.
 inline constexpr int kParamCount = 6;

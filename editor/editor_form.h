@@ -45,6 +45,10 @@ void RefillObjects();
 /// fault.
 void ShowCuts();
 
+/// Disables the button that deletes a cutscene if the selected level has none; nothing is enabled.
+/// Throws the missing selection fault.
+void DisableCutDeleteWithoutCuts();
+
 /// The place in `Objects` of the object in the selected row of `lstObj`, as its last cell says.
 /// Throws the missing selection fault.
 int SelectedObject();

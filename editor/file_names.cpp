@@ -12,8 +12,6 @@ namespace quillmark {
 namespace {
 
 constexpr std::string_view kFolder = "DATA\\";
-constexpr int kMostLevels = 255;
-constexpr int kMostFileNames = 255;
 
 bool StandsInFolder(const std::string& name) { return UpperCased(name).starts_with(kFolder); }
 

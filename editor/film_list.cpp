@@ -56,7 +56,7 @@ void Delete() {
   --level.CutCount;
   list.Clear();
   ShowCuts();
-  if (level.CutCount == 0) frmEditor.Command4.SetEnabled(false);
+  DisableCutDeleteWithoutCuts();
 }
 
 }  // namespace
@@ -64,6 +64,10 @@ void Delete() {
 void ShowCuts() {
   const LevelRecord& level = SelectedLevel();
   for (int i = 0; i < level.CutCount; ++i) ShowCut(level.Cuts[i]);
+}
+
+void DisableCutDeleteWithoutCuts() {
+  if (SelectedLevel().CutCount == 0) frmEditor.Command4.SetEnabled(false);
 }
 
 void AttachFilmList() {

@@ -6,12 +6,9 @@
 #include "platform/fault.h"
 #include "platform/log.h"
 #include "platform/number_text.h"
-#include "strings/language_files.h"
 
 namespace quillmark {
 namespace {
-
-constexpr int kMostLevels = 255;
 
 // What a copy of a level holds, in this order. Every field that is not listed stays as the target
 // has it, and so do the entries behind a count.
@@ -93,9 +90,8 @@ void RequireRecords(int highest, std::size_t places) {
 
 void Select() {
   Update3();
-  const LevelRecord& level = SelectedLevel();
-  EnableObjectButtons(level.ObjectCount != 0);
-  if (level.CutCount == 0) frmEditor.Command4.SetEnabled(false);
+  EnableObjectButtons(SelectedLevel().ObjectCount != 0);
+  DisableCutDeleteWithoutCuts();
 }
 
 void Add() {

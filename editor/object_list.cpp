@@ -3,7 +3,6 @@
 #include <string>
 #include <string_view>
 
-#include "controls/desktop.h"
 #include "editor/editor_form.h"
 #include "forms/interface_texts.h"
 #include "platform/fault.h"

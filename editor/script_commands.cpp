@@ -51,10 +51,6 @@ void EnableCommands() {
   for (Control* control : controls) control->SetEnabled(true);
 }
 
-void DisableCutDeleteIfNoCuts() {
-  if (SelectedLevel().CutCount == 0) frmEditor.Command4.SetEnabled(false);
-}
-
 // What a load shows while it runs.
 
 /// The old viewer is made at the first touch, and filled at every load whether it is shown or not.
@@ -203,7 +199,7 @@ void LoadSteps() {
   EnableCommands();
   EnableObjectButtons(false);
   TRScript.ScriptSaved = kOff;
-  DisableCutDeleteIfNoCuts();
+  DisableCutDeleteWithoutCuts();
 }
 
 void Load() {
@@ -285,7 +281,7 @@ void NewSteps() {
   EnableObjectButtons(false);
   TRScript.ScriptSaved = kOff;
   frmEditor.lstLevels.Select(0);
-  DisableCutDeleteIfNoCuts();
+  DisableCutDeleteWithoutCuts();
 }
 
 void SaveFailed() {

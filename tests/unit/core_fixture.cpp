@@ -5,7 +5,9 @@
 #include <random>
 
 #include "core/level_stream.h"
+#include "core/opcode_table.h"
 #include "core/script_dat.h"
+#include "platform/byte_reader.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
