@@ -23,9 +23,10 @@ struct FormDesign {
   std::string caption = {};
   int width = 400;
   int height = 300;
-  bool modal = false;    ///< the program shows it modally
-  bool sizable = false;  ///< its border can be dragged
-  bool framed = true;    ///< has a title bar
+  bool modal = false;        ///< the program shows it modally
+  bool sizable = false;      ///< its border can be dragged, and it can fill the screen
+  bool minimisable = false;  ///< a window that can be put aside; any other stays above its owner
+  bool framed = true;        ///< has a title bar
 };
 
 /// A window as plain state: a named set of controls. A concrete form is a struct whose members are

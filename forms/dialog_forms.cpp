@@ -35,13 +35,20 @@ FrmSelScript::FrmSelScript() : Form("frmSelScript", {.width = 220, .height = 104
 }
 
 FrmLangEditor::FrmLangEditor()
-    : Form("frmLangEditor",
-           {.caption = "Editor di lingue", .width = 620, .height = 520, .modal = true}) {
+    : Form("frmLangEditor", {.caption = "Editor di lingue",
+                             .width = 620,
+                             .height = 520,
+                             .modal = true,
+                             .sizable = true}) {
   cancelButton = &Command3;
 }
 
 FrmRaw::FrmRaw()
-    : Form("raw", {.caption = "RAW script data", .width = 480, .height = 420, .modal = true}) {
+    : Form("raw", {.caption = "RAW script data",
+                   .width = 480,
+                   .height = 420,
+                   .modal = true,
+                   .sizable = true}) {
   defaultButton = &Command1;
   cancelButton = &Command1;
 }

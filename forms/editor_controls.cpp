@@ -4,7 +4,8 @@ namespace quillmark {
 
 FrmEditor frmEditor;
 
-FrmEditor::FrmEditor() : Form("frmEditor", {.width = 1340, .height = 700, .sizable = true}) {}
+FrmEditor::FrmEditor()
+    : Form("frmEditor", {.width = 1340, .height = 700, .sizable = true, .minimisable = true}) {}
 
 std::vector<std::string> FrmEditor::Numbers(int first, int last) {
   std::vector<std::string> rows;

@@ -7,11 +7,15 @@ FrmFss fss;
 FrmStrings frmStrings;
 
 FrmForm2::FrmForm2()
-    : Form("Form2", {.caption = "Modifica stringhe", .width = 900, .height = 560, .modal = true}) {
+    : Form("Form2", {.caption = "Modifica stringhe",
+                     .width = 900,
+                     .height = 560,
+                     .modal = true,
+                     .sizable = true}) {
   cancelButton = &Command2;
 }
 
-FrmFss::FrmFss() : Form("fss", {.width = 320, .height = 400}) {}
+FrmFss::FrmFss() : Form("fss", {.width = 320, .height = 400, .sizable = true}) {}
 
 FrmStrings::FrmStrings() : Form("frmStrings", {.width = 480, .height = 420}) {
   cancelButton = &Command3;

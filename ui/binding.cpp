@@ -1,19 +1,9 @@
 #include "ui/binding.h"
 
-#include <algorithm>
-#include <cmath>
-
-#include "controls/list_view.h"
 #include "ui/ansi_text.h"
 #include "ui/key_events.h"
 
 namespace quillmark {
-namespace {
-
-/// Average characters to the inch of the font that widths in form units are meant for.
-constexpr double kCharactersPerInch = 19.6;
-
-}  // namespace
 
 Binding::Binding(Control& control, QWidget& widget) : control_(control), widget_(widget) {
   widget.installEventFilter(this);
@@ -70,12 +60,6 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
       break;
   }
   return QObject::eventFilter(watched, event);
-}
-
-int ColumnPixels(const QWidget& widget, int formUnits) {
-  const double dots = widget.logicalDpiX();
-  const double wider = widget.fontMetrics().averageCharWidth() * kCharactersPerInch / dots;
-  return static_cast<int>(std::lround(formUnits * dots * std::max(1.0, wider) / kFormUnitsPerInch));
 }
 
 }  // namespace quillmark

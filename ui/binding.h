@@ -62,8 +62,4 @@ class Binding : public QObject {
 /// The binding for `control`, or null if `widget` is not of a kind that can show it.
 std::unique_ptr<Binding> MakeBinding(Control& control, QWidget& widget);
 
-/// Pixels on the screen of `widget` for a width in form units, and more if its font is wider than
-/// the one that form units are meant for.
-int ColumnPixels(const QWidget& widget, int formUnits);
-
 }  // namespace quillmark

@@ -15,6 +15,7 @@ namespace quillmark {
 ///     characters  of a list: it is at least as wide as so many characters
 ///     lines       of a list: it is at least as high as so many lines
 ///     allColumns  of a list view: it is at least as wide as all of its columns
+///     columnsGrow of a list view: its columns fill it
 ///     fixedPitch  it uses the fixed-pitch font
 ///     iconName    of a button or line edit: its line icon
 ///     picture     of a label: its picture

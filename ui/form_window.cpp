@@ -35,8 +35,18 @@ Qt::WindowFlags FlagsOf(const Form& form) {
   if (!form.StartState().framed) return Qt::Window | Qt::FramelessWindowHint;
   const Qt::WindowFlags frame = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
-  if (!form.StartState().sizable) return Qt::Dialog | frame;
-  return Qt::Window | frame | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint;
+  Qt::WindowFlags flags = frame | (form.StartState().minimisable ? Qt::Window : Qt::Dialog);
+  flags.setFlag(Qt::WindowMinimizeButtonHint, form.StartState().minimisable);
+  flags.setFlag(Qt::WindowMaximizeButtonHint, form.StartState().sizable);
+  return flags;
+}
+
+/// What the window manager puts around a window.
+QMargins FrameOf(const QWidget& window) {
+  const QRect inside = window.geometry();
+  const QRect outside = window.frameGeometry();
+  return {inside.left() - outside.left(), inside.top() - outside.top(),
+          outside.right() - inside.right(), outside.bottom() - inside.bottom()};
 }
 
 /// The name that the widget of `control` has in the form's drawing.
@@ -66,8 +76,12 @@ bool LooksLikeControl(const QWidget& widget) {
 
 }  // namespace
 
-FormWindow::FormWindow(Form& form)
-    : QWidget(nullptr, FlagsOf(form)), form_(form), content_(new QWidget), area_(new QScrollArea) {
+FormWindow::FormWindow(Form& form, const ChosenPaths& paths)
+    : QWidget(nullptr, FlagsOf(form)),
+      form_(form),
+      paths_(paths),
+      content_(new QWidget),
+      area_(new QScrollArea) {
   setObjectName(QString::fromStdString(form.Name()) + QStringLiteral("Window"));
   DrawForm(form, *content_);
   area_->setWidgetResizable(true);
@@ -101,7 +115,7 @@ QWidget* FormWindow::WidgetOf(const Control& control) const {
 }
 
 QSize FormWindow::NaturalSize() const {
-  return AtLeastNeeded({form_.StartState().width, form_.StartState().height});
+  return AtLeastNeeded(kept_.value_or(QSize(form_.StartState().width, form_.StartState().height)));
 }
 
 QSize FormWindow::WantedSize() const {
@@ -109,14 +123,18 @@ QSize FormWindow::WantedSize() const {
   return AtLeastNeeded({form_.Position().width, form_.Position().height});
 }
 
-QSize FormWindow::AtLeastNeeded(QSize size) const {
+QSize FormWindow::Needed() const {
   // As long as nothing is visible, the outer layouts do not hear what has changed inside of them.
   const auto inside = content_->findChildren<QWidget*>();
   std::for_each(inside.rbegin(), inside.rend(), [](const QWidget* widget) {
     if (QLayout* const layout = widget->layout()) layout->activate();
   });
   content_->layout()->activate();
-  QSize needed = content_->minimumSizeHint();
+  return content_->minimumSizeHint();
+}
+
+QSize FormWindow::AtLeastNeeded(QSize size) const {
+  QSize needed = Needed();
   QSize available = screen()->availableSize();
   if (form_.StartState().framed) {
     // Where points are no whole numbers of pixels, a window may lose one of them by rounding.
@@ -135,11 +153,15 @@ void FormWindow::Open(QWidget* owner) {
   setWindowModality(form_.Modal() ? Qt::ApplicationModal : Qt::NonModal);
   winId();
   QWindow* above = owner == nullptr ? nullptr : owner->windowHandle();
-  windowHandle()->setTransientParent(form_.Modal() || !form_.StartState().sizable ? above
-                                                                                  : nullptr);
+  windowHandle()->setTransientParent(form_.StartState().minimisable ? nullptr : above);
+  // A window that fills the screen needs its place, too, for the time when it does not any more.
+  const bool filling = isMaximized();
+  setWindowState(Qt::WindowNoState);
   placed_.reset();
   PlaceAbove(owner);
   FollowForm();
+  if (filling) setWindowState(Qt::WindowMaximized);
+  form_.SetMaximised(filling);
   show();
   if (form_.Modal()) RaiseAboveTopmost(*this);
   activateWindow();
@@ -148,11 +170,13 @@ void FormWindow::Open(QWidget* owner) {
 void FormWindow::PlaceAbove(QWidget* owner) {
   const Place& place = form_.Position();
   if (place.left != 0 || place.top != 0 || owner == nullptr) return;
-  const QRect around = owner->frameGeometry();
+  // The window's own frame is known only when it is on the screen, but all frames are alike.
+  const QMargins frame = FrameOf(*owner);
   const QRect area = screen()->availableGeometry();
-  const int left = around.center().x() - WantedSize().width() / 2;
-  const int top = around.center().y() - WantedSize().height() / 2;
-  move(std::max(left, area.left()), std::max(top, area.top()));
+  QRect around(QPoint(), WantedSize().grownBy(frame));
+  around.moveCenter(owner->frameGeometry().center());
+  around.moveTo(std::max(around.left(), area.left()), std::max(around.top(), area.top()));
+  setGeometry(around.marginsRemoved(frame));
   placed_ = QPoint(place.left, place.top);
 }
 
@@ -161,18 +185,30 @@ void FormWindow::Conceal() {
   hide();
 }
 
+void FormWindow::FollowCaption() {
+  // A path that is chosen later may look like the one in the caption.
+  if (titled_ == form_.Caption()) return;
+  titled_ = form_.Caption();
+  setWindowTitle(paths_.MakeWhole(FromAnsi(form_.Caption())));
+}
+
 void FormWindow::FollowForm() {
-  setWindowTitle(FromAnsi(form_.Caption()));
+  FollowCaption();
   const auto& place = form_.Position();
   if (!isMaximized()) {
-    if (form_.StartState().sizable) {
-      resize(WantedSize());
-    } else {
+    if (!form_.StartState().sizable) {
       setFixedSize(WantedSize());
+    } else {
+      // A form that has a say in its size must hear of every other one.
+      if (!form_.onResize) setMinimumSize(AtLeastNeeded({}));
+      resize(WantedSize());
     }
     const QPoint corner(place.left, place.top);
-    if (placed_ != corner) move(corner + screen()->availableGeometry().topLeft());
-    placed_ = corner;
+    // A form's place is that of its inside, as its size is.
+    if (placed_ != corner) {
+      setGeometry({corner + screen()->availableGeometry().topLeft(), size()});
+      placed_ = corner;
+    }
   }
   const bool onTop = windowFlags() & Qt::WindowStaysOnTopHint;
   if (form_.Topmost() && !onTop) {
@@ -215,8 +251,7 @@ void FormWindow::FindNamers() {
 QString FormWindow::AccessibleNameOf(const Binding& binding) const {
   const Control& control = binding.TheControl();
   const auto caption = [](const Control& named) { return Spoken(FromAnsi(named.Caption())); };
-  QString name = Spoken(FromAnsi(control.ToolTip()));
-  if (name.isEmpty()) name = caption(control);
+  QString name = caption(control);
   if (const auto namer = namers_.find(&binding.Widget());
       name.isEmpty() && namer != namers_.end()) {
     const auto* label = qobject_cast<const QLabel*>(namer->second);
@@ -224,6 +259,7 @@ QString FormWindow::AccessibleNameOf(const Binding& binding) const {
     if (label != nullptr) name = Spoken(label->text());
     if (button != nullptr) name = Spoken(button->text());
   }
+  if (name.isEmpty()) name = Spoken(FromAnsi(control.ToolTip()));
   for (const Control* frame = control.Parent(); name.isEmpty() && frame != nullptr;
        frame = frame->Parent()) {
     name = caption(*frame);
@@ -244,6 +280,9 @@ void FormWindow::RefreshAccessibleNames() {
       const QString number = widgets.size() == 1 ? QString() : QStringLiteral(" %1").arg(i + 1);
       const QString name = kindAndName.second + number;
       if (widgets[i]->accessibleName() != name) widgets[i]->setAccessibleName(name);
+      if (auto* combo = qobject_cast<QComboBox*>(widgets[i])) {
+        combo->view()->setAccessibleName(name);
+      }
     }
   }
 }
@@ -306,7 +345,7 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
 
 void FormWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() != QEvent::WindowStateChange || !form_.Shown()) return;
+  if (event->type() != QEvent::WindowStateChange || !form_.Shown() || !isVisible()) return;
   form_.SetMaximised(isMaximized());
   FollowFrame();
 }
@@ -322,6 +361,8 @@ void FormWindow::FollowFrame() {
   if (size() != dragged) {
     refused_ = dragged;
     sinceRefused_.start();
+  } else if (!isMaximized()) {
+    kept_ = dragged;
   }
 }
 

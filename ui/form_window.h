@@ -12,6 +12,7 @@
 
 #include "controls/form.h"
 #include "ui/binding.h"
+#include "ui/chosen_paths.h"
 
 namespace quillmark {
 
@@ -19,13 +20,16 @@ namespace quillmark {
 /// bindings of all its controls. Lives as long as the screen; showing and hiding is the form's.
 class FormWindow : public QWidget {
  public:
-  explicit FormWindow(Form& form);
+  /// `paths` has to outlive the window.
+  FormWindow(Form& form, const ChosenPaths& paths);
   ~FormWindow() override;
 
   /// The widget of `control`; null for menus and for a control that the drawing lacks.
   QWidget* WidgetOf(const Control& control) const;
-  /// The size that the form starts with: as designed, and more if the drawing needs it, as far as
-  /// the screen goes.
+  /// The size that the drawing needs so that nothing of it is cut or has to scroll.
+  QSize Needed() const;
+  /// The size that the form starts with: as a person left it, or as designed, and more if the
+  /// drawing needs it, as far as the screen goes.
   QSize NaturalSize() const;
 
   /// Onto the screen, above `owner` if there is one, and from it.
@@ -38,8 +42,8 @@ class FormWindow : public QWidget {
   void RefreshAll();
   void RefreshControl(const Control& control);
   void RefreshFocus();
-  /// Names everything that takes the focus for screen readers, after its tool tip, its own caption
-  /// or the caption that stands for it; controls of one kind and name are numbered.
+  /// Names everything that takes the focus for screen readers, after its own caption, the caption
+  /// that stands for it or its tool tip; controls of one kind and name are numbered.
   void RefreshAccessibleNames();
 
   /// One line for each control without a fitting widget, each widget without a control, and the
@@ -53,6 +57,7 @@ class FormWindow : public QWidget {
 
  private:
   void FollowFrame();
+  void FollowCaption();
   QSize AtLeastNeeded(QSize size) const;
   QSize WantedSize() const;
   void PlaceAbove(QWidget* owner);
@@ -61,15 +66,18 @@ class FormWindow : public QWidget {
   QString AccessibleNameOf(const Binding& binding) const;
 
   Form& form_;
+  const ChosenPaths& paths_;
   QWidget* content_;
   QScrollArea* area_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<const Control*, Binding*> byControl_;
   std::map<const QWidget*, const QWidget*>
-      namers_;                    ///< what a label or check box gives its name to
-  std::optional<QPoint> placed_;  ///< where the form's own place put the window last
-  QTimer following_;              ///< until the frame has come to rest
-  QSize refused_;                 ///< the last size that the form did not take
+      namers_;                         ///< what a label or check box gives its name to
+  std::optional<std::string> titled_;  ///< the caption that the window's title was made of
+  std::optional<QPoint> placed_;       ///< where the form's own place put the window last
+  QTimer following_;                   ///< until the frame has come to rest
+  std::optional<QSize> kept_;          ///< the last size that a person gave it
+  QSize refused_;                      ///< the last size that the form did not take
   QElapsedTimer sinceRefused_;
 };
 

@@ -87,6 +87,7 @@ QtScreen::QtScreen() : lastFolder_(QDir::homePath()) {
   style->setParent(QApplication::instance());
   QApplication::setStyle(style);
   clock_.setSingleShot(true);
+  clock_.setTimerType(Qt::PreciseTimer);  // no timer may fire before its time
   QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
     if (timer_ != nullptr) timer_->Elapse();
   });
@@ -95,7 +96,7 @@ QtScreen::QtScreen() : lastFolder_(QDir::homePath()) {
 QtScreen::~QtScreen() { QtScreen::SetPointer(Pointer::Default); }
 
 BoxButton QtScreen::AskMessage(const Message& box) {
-  QMessageBox shown(IconOf(box.icon), FromAnsi(box.title), FromAnsi(box.text),
+  QMessageBox shown(IconOf(box.icon), FromAnsi(box.title), paths_.MakeWhole(FromAnsi(box.text)),
                     QMessageBox::NoButton, FrontWindow());
   shown.setTextFormat(Qt::PlainText);
   std::map<QAbstractButton*, BoxButton> answers;
@@ -137,7 +138,9 @@ std::optional<std::string> QtScreen::AskFile(const FileRequest& request) {
       {request.save, FromAnsi(request.title), lastFolder_, FileFilters(FromAnsi(request.filter))});
   if (!path || path->isEmpty()) return std::nullopt;
   lastFolder_ = QFileInfo(*path).absolutePath();
-  return QDir::toNativeSeparators(*path).toStdString();
+  const QString native = QDir::toNativeSeparators(*path);
+  paths_.Note(native);
+  return native.toStdString();
 }
 
 std::optional<QString> QtScreen::AskNativeFileDialog(const FileDialog& dialog) {
@@ -273,7 +276,7 @@ FormWindow& QtScreen::WindowOf(const Form& form) {
   auto& window = windows_[&form];
   if (window == nullptr) {
     Form* const known = TheDesktop().FindForm(form.Name());
-    window = std::make_unique<FormWindow>(*known);
+    window = std::make_unique<FormWindow>(*known, paths_);
   }
   return *window;
 }

@@ -74,6 +74,7 @@ class QtScreen : public Screen {
   Timer* timer_ = nullptr;
   bool hourglass_ = false;
   QString lastFolder_;
+  ChosenPaths paths_;
 };
 
 }  // namespace quillmark

@@ -3,10 +3,44 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QScrollBar>
+#include <algorithm>
+#include <cmath>
+#include <numeric>
 
 #include "ui/key_events.h"
 
 namespace quillmark {
+namespace {
+
+/// Average characters to the inch of the font that widths in form units are meant for.
+constexpr double kCharactersPerInch = 19.6;
+
+/// Pixels on the screen of `widget` for a width in form units, and more if its font is wider than
+/// the one that form units are meant for.
+int Pixels(const QWidget& widget, int formUnits) {
+  const double dots = widget.logicalDpiX();
+  const double wider = widget.fontMetrics().averageCharWidth() * kCharactersPerInch / dots;
+  return static_cast<int>(std::lround(formUnits * dots * std::max(1.0, wider) / kFormUnitsPerInch));
+}
+
+int Sum(const std::vector<int>& widths) { return std::accumulate(widths.begin(), widths.end(), 0); }
+
+std::vector<int> NeededPixels(const QTreeView& view, const std::vector<Column>& columns) {
+  std::vector<int> widths;
+  for (const Column& column : columns) widths.push_back(Pixels(view, std::max(column.width, 0)));
+  return widths;
+}
+
+}  // namespace
+
+std::vector<int> ColumnPixels(const QTreeView& view, const std::vector<Column>& columns) {
+  std::vector<int> widths = NeededPixels(view, columns);
+  const int needed = Sum(widths);
+  const int room = view.viewport()->width();
+  if (!view.property("columnsGrow").toBool() || needed == 0 || needed >= room) return widths;
+  for (int& width : widths) width = width * room / needed;
+  return widths;
+}
 
 ComboBinding::ComboBinding(ComboBox& control, QComboBox& widget)
     : Binding(control, widget), rows_(control), combo_(widget), model_(control) {
@@ -26,8 +60,8 @@ void ComboBinding::ShowState() {
 }
 
 bool ComboBinding::OtherEvent(QEvent& event) {
-  // A wheel that only passes over the combo is meant for what lies behind it.
-  if (event.type() != QEvent::Wheel || combo_.hasFocus()) return false;
+  // The wheel is meant for what lies behind the combo: nobody changes a level by scrolling past it.
+  if (event.type() != QEvent::Wheel) return false;
   event.ignore();
   return true;
 }
@@ -43,11 +77,14 @@ void ListBinding::Show(RowsModel& model) {
   view_.viewport()->installEventFilter(this);
   connect(view_.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& current) {
-            // A view that only takes the focus makes its first row the current one too, but
-            // selects none.
-            const bool moved =
-                !RefreshScope::Running() && view_.selectionModel()->isSelected(current);
-            if (moved && !rows_.Choose(current.row())) Restore();
+            if (RefreshScope::Running()) return;
+            if (!view_.selectionModel()->isSelected(current)) {
+              // A view that takes the focus makes its first row the current one, which would be
+              // drawn as if it were chosen.
+              view_.selectionModel()->clearCurrentIndex();
+            } else if (!rows_.Choose(current.row())) {
+              Restore();
+            }
           });
 }
 
@@ -102,6 +139,9 @@ ListViewBinding::ListViewBinding(ListView& control, QTreeView& widget)
   tree_.header()->setSectionsMovable(false);
   tree_.header()->setStretchLastSection(false);
   tree_.header()->setMinimumSectionSize(8);
+  connect(tree_.header(), &QHeaderView::sectionResized, this, [this] {
+    if (!sizing_) dragged_ = true;
+  });
 }
 
 void ListViewBinding::ShowState() {
@@ -113,19 +153,33 @@ void ListViewBinding::ShowState() {
 }
 
 void ListViewBinding::ShowColumns() {
-  const auto& columns = cells_.Columns();
-  shownWidths_.resize(columns.size(), -1);
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (shownWidths_[i] == columns[i].width) continue;
-    shownWidths_[i] = columns[i].width;
-    const int column = static_cast<int>(i);
-    tree_.setColumnHidden(column, columns[i].width <= 0);
-    if (columns[i].width > 0) tree_.setColumnWidth(column, ColumnPixels(tree_, columns[i].width));
-  }
+  std::vector<int> widths;
+  for (const Column& column : cells_.Columns()) widths.push_back(column.width);
+  if (widths == shownWidths_) return;
+  shownWidths_ = widths;
+  dragged_ = false;
+  SizeColumns();
   if (tree_.property("allColumns").toBool()) {
-    tree_.setMinimumWidth(tree_.header()->length() + 2 * tree_.frameWidth() +
+    tree_.setMinimumWidth(Sum(NeededPixels(tree_, cells_.Columns())) + 2 * tree_.frameWidth() +
                           tree_.verticalScrollBar()->sizeHint().width());
   }
+}
+
+void ListViewBinding::SizeColumns() {
+  if (dragged_) return;
+  sizing_ = true;
+  const std::vector<int> widths = ColumnPixels(tree_, cells_.Columns());
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    const int column = static_cast<int>(i);
+    tree_.setColumnHidden(column, widths[i] == 0);
+    if (widths[i] > 0) tree_.setColumnWidth(column, widths[i]);
+  }
+  sizing_ = false;
+}
+
+bool ListViewBinding::OtherEvent(QEvent& event) {
+  if (event.type() == QEvent::Resize) SizeColumns();
+  return false;
 }
 
 bool ListViewBinding::MousePressed(const QMouseEvent& event) {

@@ -13,6 +13,11 @@
 
 namespace quillmark {
 
+/// The width in pixels that each column of a list view starts with: so many form units, and more if
+/// its font is wider than the one that these are meant for. With the dynamic property `columnsGrow`
+/// they fill the whole view.
+std::vector<int> ColumnPixels(const QTreeView& view, const std::vector<Column>& columns);
+
 class ComboBinding : public Binding {
  public:
   ComboBinding(ComboBox& control, QComboBox& widget);
@@ -69,14 +74,18 @@ class ListViewBinding : public ListBinding {
   void ShowState() override;
   bool MousePressed(const QMouseEvent& event) override;
   bool MouseReleased(const QMouseEvent& event) override;
+  bool OtherEvent(QEvent& event) override;
 
  private:
   void ShowColumns();
+  void SizeColumns();
 
   ListView& cells_;
   QTreeView& tree_;
   CellsModel model_;
-  std::vector<int> shownWidths_;  ///< of the columns, in form units; a person may drag them since
+  std::vector<int> shownWidths_;  ///< of the columns, in form units
+  bool sizing_ = false;           ///< while the columns are given their widths
+  bool dragged_ = false;          ///< a person has dragged a column since
 };
 
 }  // namespace quillmark

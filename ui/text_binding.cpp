@@ -1,7 +1,7 @@
 #include "ui/text_binding.h"
 
-#include <QAction>
 #include <QCoreApplication>
+#include <QStyle>
 
 #include "ui/ansi_text.h"
 #include "ui/icons.h"
@@ -13,7 +13,9 @@ TextBinding::TextBinding(TextBox& control, QLineEdit& widget)
     : Binding(control, widget), box_(control), line_(widget) {
   if (box_.MaxLength() > 0) line_.setMaxLength(box_.MaxLength());
   if (line_.property("iconName").isValid()) {
-    icon_ = line_.addAction(QIcon(), QLineEdit::LeadingPosition);
+    // An action of the box would be a button to a screen reader, and one that does nothing.
+    icon_ = new QLabel(&line_);
+    icon_->setAttribute(Qt::WA_TransparentForMouseEvents);
     ShowIcon();
   }
   connect(&line_, &QLineEdit::textChanged, this, &TextBinding::Report);
@@ -22,7 +24,13 @@ TextBinding::TextBinding(TextBox& control, QLineEdit& widget)
 }
 
 void TextBinding::ShowIcon() {
-  icon_->setIcon(LineIcon(line_.property("iconName").toString(), line_.palette()));
+  const int size = line_.style()->pixelMetric(QStyle::PM_LineEditIconSize, nullptr, &line_);
+  const int margin = line_.style()->pixelMetric(QStyle::PM_LineEditIconMargin, nullptr, &line_);
+  const QIcon icon = LineIcon(line_.property("iconName").toString(), line_.palette());
+  icon_->setPixmap(icon.pixmap(QSize(size, size), line_.devicePixelRatioF(),
+                               line_.isEnabled() ? QIcon::Normal : QIcon::Disabled));
+  icon_->setGeometry(margin, (line_.height() - size) / 2, size, size);
+  line_.setTextMargins(margin + size, 0, 0, 0);
 }
 
 int TextBinding::SelectionStart() const {
@@ -36,7 +44,8 @@ void TextBinding::ShowState() {
   const int length = box_.SelectionLength();
   if (start == SelectionStart() && length == line_.selectionLength()) return;
   if (length > 0) {
-    line_.setSelection(start, length);
+    // Backwards, so that a text that is longer than its box shows its beginning.
+    line_.setSelection(start + length, -length);
   } else {
     line_.deselect();
     line_.setCursorPosition(start);
@@ -60,7 +69,15 @@ QString TextBinding::Typed(const QString& text) const {
   return FromAnsi(typed);
 }
 
+void TextBinding::TurnMarksForwards() {
+  if (line_.cursorPosition() != line_.selectionStart()) return;
+  const RefreshScope scope;
+  line_.setSelection(line_.selectionStart(), line_.selectionLength());
+}
+
 bool TextBinding::KeyPressed(const QKeyEvent& event) {
+  // The logic's caret stands behind what is marked, and that is where these keys set out from.
+  if (event.key() == Qt::Key_Left || event.key() == Qt::Key_Right) TurnMarksForwards();
   if (Binding::KeyPressed(event)) return true;
   if (!IsForTheLogic(event) || KeyOf(event).code != KeyCode::Character) return false;
   const QString typed = Typed(event.text());
@@ -70,7 +87,10 @@ bool TextBinding::KeyPressed(const QKeyEvent& event) {
 }
 
 bool TextBinding::OtherEvent(QEvent& event) {
-  if (event.type() == QEvent::PaletteChange && icon_ != nullptr) ShowIcon();
+  const bool looksDifferent = event.type() == QEvent::PaletteChange ||
+                              event.type() == QEvent::EnabledChange ||
+                              event.type() == QEvent::Resize;
+  if (looksDifferent && icon_ != nullptr) ShowIcon();
   return event.type() == QEvent::InputMethod && Commit(static_cast<QInputMethodEvent&>(event));
 }
 

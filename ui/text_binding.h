@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QInputMethodEvent>
+#include <QLabel>
 #include <QLineEdit>
 
 #include "controls/text_box.h"
@@ -25,10 +26,11 @@ class TextBinding : public Binding {
   QString Typed(const QString& text) const;
   bool Commit(const QInputMethodEvent& event);
   int SelectionStart() const;
+  void TurnMarksForwards();
 
   TextBox& box_;
   QLineEdit& line_;
-  QAction* icon_ = nullptr;  ///< null for a box without a line icon
+  QLabel* icon_ = nullptr;  ///< null for a box without a line icon
 };
 
 }  // namespace quillmark

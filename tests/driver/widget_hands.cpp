@@ -21,6 +21,7 @@
 #include "ui/ansi_text.h"
 #include "ui/binding.h"
 #include "ui/icons.h"
+#include "ui/row_bindings.h"
 
 namespace quillmark {
 
@@ -90,13 +91,14 @@ std::vector<ListViewRow> RowsOf(const QAbstractItemModel& model, const ImageList
 /// pixels.
 std::vector<Column> ColumnsOf(const QTreeView& view, const ListView& control) {
   std::vector<Column> columns = control.Columns();
+  const std::vector<int> designed = ColumnPixels(view, columns);
   for (int i = 0; i < view.model()->columnCount(); ++i) {
     Column& column = columns.at(static_cast<std::size_t>(i));
     const int pixels = view.columnWidth(i);
     column.caption = ToAnsi(view.model()->headerData(i, Qt::Horizontal).toString());
     if (view.isColumnHidden(i)) {
       column.width = 0;
-    } else if (ColumnPixels(view, column.width) != pixels) {
+    } else if (designed.at(static_cast<std::size_t>(i)) != pixels) {
       column.width = pixels * kFormUnitsPerInch / view.logicalDpiX();
     }
   }
@@ -128,13 +130,15 @@ void SendKey(QWidget& target, Key key) {
   const QString text = types ? FromAnsi(std::string_view(&key.character, 1)) : QString();
   // Letters go by the number of their capital.
   const int code = types ? text.toUpper().front().unicode() : keys.at(key.code);
-  Deliver(target, QKeyEvent(QEvent::KeyPress, code, Qt::NoModifier, text));
-  if (types && !text.front().isPrint()) {
+  const bool byKeyboard = !types || text.front().isPrint();
+  const QString typed = byKeyboard ? text : QString();
+  Deliver(target, QKeyEvent(QEvent::KeyPress, code, Qt::NoModifier, typed));
+  if (!byKeyboard) {
     QInputMethodEvent commit;
     commit.setCommitString(text);
     Deliver(target, commit);
   }
-  Deliver(target, QKeyEvent(QEvent::KeyRelease, code, Qt::NoModifier, text));
+  Deliver(target, QKeyEvent(QEvent::KeyRelease, code, Qt::NoModifier, typed));
 }
 
 QWidget& WidgetHands::WidgetOf(const Control& control) {
@@ -286,7 +290,8 @@ Sight WidgetHands::See(const Control& control) {
 Json WidgetHands::DescribeForm(const Form& form) {
   const QWidget& window = screen_.WindowOf(form);
   const bool shown = window.isVisible();
-  const QPoint corner = window.pos() - window.screen()->availableGeometry().topLeft();
+  const QPoint corner =
+      window.geometry().topLeft() - window.screen()->availableGeometry().topLeft();
   return {{"shown", shown},
           {"modal", shown && window.isModal()},
           {"topmost", window.windowFlags().testFlag(Qt::WindowStaysOnTopHint)},
