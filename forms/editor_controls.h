@@ -98,7 +98,7 @@ struct FrmEditor : Form {
   ListView lstObj{*this,
                   "lstObj",
                   {.frame = &Frame6},
-                  {{"", 1440}, {"ID", 500}, {"", 2200}, {"", 1000}, {"", 600}},
+                  {{"", 1440}, {"ID", 400}, {"", 1400}, {"", 760}, {"", 460}},
                   {"puzzle", "key", "pickup"}};
   ListBox lstObj2{*this, "lstObj2", {.frame = &Frame6, .visible = false}};
   ComboBox cmbType{
@@ -130,7 +130,7 @@ struct FrmEditor : Form {
   ComboBox cmbFMV{*this, "cmbFMV", {.frame = &Frame7, .rows = Numbers(0, 30)}};
   ComboBox cmbCut{*this, "cmbCut", {.frame = &Frame3, .rows = Numbers(0, 35)}};
   ListView lstCuts{
-      *this, "lstCuts", {.frame = &Frame7}, {{"n\xB0", 700}, {"ID Cutscene", 1200}}, {"film"}};
+      *this, "lstCuts", {.frame = &Frame7}, {{"n\xB0", 500}, {"ID Cutscene", 1200}}, {"film"}};
   Label Label6{*this, "Label6", {.frame = &Frame7, .caption = "Cutscene all'interno del livello:"}};
   Button Command3{*this, "Command3", {.frame = &Frame7, .enabled = false}};
   Button Command4{*this, "Command4", {.frame = &Frame7, .enabled = false}};

@@ -4,12 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
+#include <QDir>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTreeView>
+#include <QWheelEvent>
 #include <filesystem>
 #include <iostream>
 #include <set>
@@ -19,7 +24,9 @@
 #include "driver/widget_screen.h"
 #include "forms/editor_controls.h"
 #include "forms/interface_texts.h"
+#include "forms/string_forms.h"
 #include "frame/startup.h"
+#include "platform/ansi.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 
@@ -112,27 +119,167 @@ int MissingWidth(const QWidget& widget) {
   return showsText ? widget.sizeHint().width() - widget.width() : 0;
 }
 
+TEST(Lists, DrawNoRowAsChosenThatIsNot) {
+  WidgetScreen screen;
+  Form2.Show();
+  for (Control* control : Form2.Controls()) {
+    if (auto* view = dynamic_cast<ListView*>(control)) view->AddRow({"first"});
+  }
+  fss.Show();
+  fss.l.AddRow("first");
+  for (Control* control :
+       {static_cast<Control*>(&Form2.ListView1), static_cast<Control*>(&fss.l)}) {
+    screen.Refresh();
+    auto& view = dynamic_cast<QAbstractItemView&>(*screen.WidgetOf(*control));
+    view.window()->activateWindow();
+    view.setFocus(Qt::TabFocusReason);
+    screen.TheHands().Settle();
+    EXPECT_TRUE(view.hasFocus());
+    EXPECT_FALSE(view.currentIndex().isValid()) << control->FullName();
+  }
+}
+
+TEST(Combos, KeepTheirRowUnderTheWheelAndOpenAsWideAsTheirRows) {
+  WidgetScreen screen;
+  frmEditor.Show();
+  frmEditor.Frame3.SetEnabled(true);
+  frmEditor.cmbCut.Select(3);
+  const QString wide(60, QLatin1Char('m'));
+  frmEditor.cmbCut.AddRow(wide.toStdString());
+  screen.Refresh();
+  auto& combo = dynamic_cast<QComboBox&>(*screen.WidgetOf(frmEditor.cmbCut));
+  combo.setFocus();
+  QWheelEvent wheel(combo.rect().center(), combo.mapToGlobal(combo.rect().center()), {}, {0, -120},
+                    Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&combo, &wheel);
+  EXPECT_FALSE(wheel.isAccepted());
+  EXPECT_EQ(frmEditor.cmbCut.Row(), 3);
+  combo.showPopup();
+  EXPECT_GE(combo.view()->viewport()->width(),
+            QFontMetrics(combo.view()->font()).horizontalAdvance(wide));
+  combo.hidePopup();
+}
+
+/// A person who chooses always the same file and reads what a box says.
+class Reader : public QtScreen {
+ public:
+  Reader() { TheDesktop().Attach(*this); }
+  ~Reader() override { TheDesktop().Reset(); }
+
+  QString file;
+  QString read;
+
+ protected:
+  std::optional<QString> AskNativeFileDialog(const FileDialog& /*dialog*/) override { return file; }
+  void WaitFor(QWidget& window, const std::function<bool()>& /*over*/) override {
+    read = dynamic_cast<QMessageBox&>(window).text();
+  }
+};
+
+TEST(Paths, AreShownWithAllTheirLetters) {
+  Reader screen;
+  const QString path =
+      QDir::toNativeSeparators(QStringLiteral("/za\u017C\u00F3\u0142\u0107/A.DAT"));
+  screen.file = path;
+  const std::string chosen = TheDesktop().AskFile({});
+  EXPECT_EQ(chosen, path.toStdString());
+  frmEditor.Show();
+  frmEditor.SetCaption("Quillmark - " + Utf8ToAnsi(chosen));
+  TheDesktop().ShowError("", Utf8ToAnsi(chosen) + "'");
+  EXPECT_EQ(screen.read, path + QLatin1Char('\''));
+  // It looks like the first one in the code page, and is none of the title's business.
+  screen.file = QDir::toNativeSeparators(QStringLiteral("/za\u0144\u00F3\u0144\u0144/A.DAT"));
+  TheDesktop().AskFile({});
+  frmEditor.MoveTo(3, 4);
+  EXPECT_EQ(screen.WindowOf(frmEditor).windowTitle(), QStringLiteral("Quillmark - ") + path);
+}
+
 class Windows : public testing::TestWithParam<const char*> {};
 
-TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
-  const QTemporaryDir folder;
-  const fs::path files = folder.path().toStdString();
-  fs::copy(programFiles, files, fs::copy_options::recursive);
-  fs::rename(files / (std::string(GetParam()) + ".BIN"), files / "language.bin");
-  SetProgramFolder(files.string());
+/// The program with its main form on the screen, in one of the interface's languages.
+class RunningProgram {
+ public:
+  explicit RunningProgram(const std::string& language) {
+    const fs::path files = folder_.path().toStdString();
+    fs::copy(programFiles, files, fs::copy_options::recursive);
+    fs::rename(files / (language + ".BIN"), files / "language.bin");
+    SetProgramFolder(files.string());
+    StartProcess();
+    if (TheDesktop().RunningTimer() != nullptr) TheDesktop().RunningTimer()->Elapse();
+  }
+  ~RunningProgram() {
+    Files.CloseAll();
+    InterfaceTable = {};
+  }
+
   WidgetScreen screen;
-  StartProcess();
-  ASSERT_NE(TheDesktop().RunningTimer(), nullptr);
-  TheDesktop().RunningTimer()->Elapse();
+
+ private:
+  QTemporaryDir folder_;
+};
+
+TEST(Dialogs, KeepTheirSizeWithinARun) {
+  RunningProgram program("ENGLISH");
+  WidgetScreen& screen = program.screen;
+  for (Form* form : TheDesktop().Forms()) {
+    if (!form->StartState().sizable || form->onResize) continue;
+    form->Show();
+    const QSize dragged = screen.WindowOf(*form).size() + QSize(0, 40);
+    screen.WindowOf(*form).resize(dragged);
+    screen.TheHands().Settle();
+    form->Unload();
+    form->Show();
+    screen.TheHands().Settle();
+    EXPECT_EQ(screen.WindowOf(*form).size(), dragged) << form->Name();
+    form->Unload();
+  }
+}
+
+/// What a screen reader calls controls.
+bool IsControl(QAccessible::Role role) {
+  static const std::set<QAccessible::Role> roles = {
+      QAccessible::Button,      QAccessible::PushButton, QAccessible::CheckBox,
+      QAccessible::RadioButton, QAccessible::ComboBox,   QAccessible::EditableText,
+      QAccessible::List,        QAccessible::Table,      QAccessible::Tree};
+  return roles.contains(role);
+}
+
+/// Every control in the tree that a screen reader walks, without rows and cells. The list of a
+/// combo counts also while it is closed.
+void WalkAccessibleTree(QAccessibleInterface& place, const std::string& path) {
+  const std::string here = path + "/" + place.text(QAccessible::Name).toStdString();
+  if (IsControl(place.role())) {
+    EXPECT_FALSE(place.text(QAccessible::Name).isEmpty())
+        << "role " << place.role() << " below " << path;
+    if (place.tableInterface() != nullptr) return;
+  }
+  for (int i = 0; i < place.childCount(); ++i) {
+    QAccessibleInterface* const child = place.child(i);
+    if (child == nullptr) continue;
+    if (place.role() == QAccessible::ComboBox || !child->state().invisible) {
+      WalkAccessibleTree(*child, here);
+    }
+  }
+}
+
+TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
+  RunningProgram program(GetParam());
+  WidgetScreen& screen = program.screen;
+  ASSERT_TRUE(frmEditor.Shown());
   const Place& place = frmEditor.Position();
   const int left = (screen.Size().first - place.width) / 2;
   EXPECT_TRUE(frmEditor.DragTo(500, 400));
   EXPECT_EQ(place.left, left) << "the main form keeps its size, and so the middle of the screen";
   EXPECT_EQ(place.left, (screen.Size().first - place.width) / 2);
+  // What a screen of 1366 x 768 leaves at 125 %, without the frame of the window.
+  const QSize smallest(1092, 582);
+  EXPECT_EQ(screen.WindowOf(frmEditor).Needed().expandedTo(smallest), smallest);
   for (Form* form : TheDesktop().Forms()) {
     if (!form->StartState().framed) continue;  // the splash form, which is over
     form->Load();
     screen.FormShown(*form);  // alone: some forms need a script when they are shown
+    screen.WindowOf(*form).resize(screen.WindowOf(*form).Needed());
+    WalkAccessibleTree(*QAccessible::queryAccessibleInterface(&screen.WindowOf(*form)), "");
     std::set<std::pair<ControlKind, QString>> names;
     for (const Control* control : form->Controls()) {
       SCOPED_TRACE(form->Name() + "." + control->FullName());
@@ -144,8 +291,6 @@ TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
       EXPECT_TRUE(names.emplace(control->Kind(), widget->accessibleName()).second);
     }
   }
-  Files.CloseAll();
-  InterfaceTable = {};
 }
 
 INSTANTIATE_TEST_SUITE_P(, Windows,
