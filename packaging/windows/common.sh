@@ -33,7 +33,7 @@ make_host_tools() {
 # make_windows TESTING TARGET ...: the cross build, with or without the test programs.
 make_windows() {
   quiet "$output/configure.log" cmake -G Ninja -S "$root" -B "$output/program" \
-    -DCMAKE_BUILD_TYPE=Release -DQUILLMARK_WERROR=ON -DBUILD_TESTING="$1" \
+    -DCMAKE_BUILD_TYPE=Release -DQUILLMARK_WERROR=ON -DBUILD_TESTING="$1" -DQUILLMARK_MANUAL=ON \
     -DCMAKE_TOOLCHAIN_FILE="$qt/lib/cmake/Qt6/qt.toolchain.cmake" \
     -DQT_CHAINLOAD_TOOLCHAIN_FILE="$here/mingw-w64-x86_64.toolchain.cmake" \
     -DCMAKE_MODULE_PATH="$here/modules" -DCMAKE_CROSSCOMPILING_EMULATOR=/usr/bin/wine \
