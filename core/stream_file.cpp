@@ -37,7 +37,7 @@ void StreamFile::Open() {
   const std::string name = FindFile(path);
   keepsTail_ = !name.empty() && name != kStreamName;
   if (name == kStreamName) {
-    DeleteFile(path);
+    EraseFile(path);
     Files.MakeBinary(kStreamNumber, path);
   } else {
     Files.OpenBinary(kStreamNumber, path);

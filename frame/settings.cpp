@@ -104,7 +104,7 @@ void BuildNewFile() {
 void Recover() {
   ShowErrorEntry(Entry::SettingsReplaced);
   Files.CloseFiles();
-  DeleteFile(SettingsPath());
+  EraseFile(SettingsPath());
   Files.OpenBinary(kNumber, SettingsPath());
   FillHead();
   SetInterfaceFile(kDefaultInterfaceFile);

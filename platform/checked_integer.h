@@ -3,11 +3,8 @@
 #include <concepts>
 #include <cstdint>
 #include <limits>
-#include <string>
 #include <type_traits>
 #include <utility>
-
-#include "platform/fault.h"
 
 namespace quillmark {
 

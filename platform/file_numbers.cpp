@@ -2,29 +2,30 @@
 
 #include <algorithm>
 #include <exception>
-#include <filesystem>
+#include <type_traits>
+#include <utility>
 
 #include "platform/fault.h"
+#include "platform/little_endian.h"
 #include "platform/system_path.h"
 
 namespace quillmark {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr int kLogNumber = 6;
 
-[[noreturn]] void FileFault(const std::string& path, const char* trouble) {
-  throw Fault(FaultKind::File, "the file '" + path + "' " + trouble);
-}
-
-constexpr std::ios::openmode kRead = std::ios::in | std::ios::binary;
-constexpr std::ios::openmode kUpdate = kRead | std::ios::out;
-constexpr std::ios::openmode kMake = kUpdate | std::ios::trunc;
-
-bool OpenOnDisk(std::filebuf& disk, const fs::path& place, std::ios::openmode mode) {
-  disk.pubsetbuf(nullptr, 0);  // everything goes in one call as it is
-  return disk.open(place, mode) != nullptr;
+/// The path of an open file; nothing for a number that is free.
+template <class OpenFile>
+const std::string* PathOf(const OpenFile& file) {
+  return std::visit(
+      []<class Kind>(const Kind& open) -> const std::string* {
+        if constexpr (std::is_same_v<Kind, std::monostate>) {
+          return nullptr;
+        } else {
+          return &open.Path();
+        }
+      },
+      file);
 }
 
 }  // namespace
@@ -35,74 +36,50 @@ void FileNumbers::ThrowNoSuchNumber(int number) {
   throw Fault(FaultKind::File, "there is no file number " + std::to_string(number));
 }
 
-void FileNumbers::ThrowWrongMode(int number) {
+void FileNumbers::ThrowWrongKind(int number) {
   throw Fault(FaultKind::File,
               "file number " + std::to_string(number) + " is not open for this operation");
 }
 
-FileNumbers::OpenFile& FileNumbers::Free(int number, const std::string& path) {
-  OpenFile& file = Slot(number);
-  if (file.mode != Mode::Closed) {
-    throw Fault(FaultKind::File, "file number " + std::to_string(number) +
-                                     " is open already, on '" + file.path + "'");
+FileNumbers::OpenFile& FileNumbers::Free(int number) {
+  OpenFile& file = Behind(*this, number);
+  if (const std::string* const path = PathOf(file)) {
+    throw Fault(FaultKind::File,
+                "file number " + std::to_string(number) + " is open already, on '" + *path + "'");
   }
-  file = OpenFile{};
-  file.path = path;
   return file;
 }
 
 void FileNumbers::OpenBinary(int number, const std::string& path) {
-  const fs::path place = PlaceOfFile(path);
-  if (place.empty() && !IsThere(SystemPath(path))) return MakeBinary(number, path);
-  OpenFile& file = Free(number, path);
-  if (place.empty()) FileFault(path, "can't be opened");
-  if (!OpenOnDisk(file.disk, place, kUpdate)) {
-    file.writable = false;
-    if (!OpenOnDisk(file.disk, place, kRead)) FileFault(path, "can't be opened");
-  }
-  file.mode = Mode::Binary;
+  Free(number) = BinaryFile::Open(path);
 }
 
 void FileNumbers::MakeBinary(int number, const std::string& path) {
-  OpenFile& file = Free(number, path);
-  if (!OpenOnDisk(file.disk, FormOfSystem(path), kMake)) FileFault(path, "can't be made");
-  file.whole = file.fresh = true;
-  file.mode = Mode::Binary;
+  Free(number) = BinaryFile::Make(path);
 }
 
 void FileNumbers::OpenInput(int number, const std::string& path) {
-  OpenFile& file = Free(number, path);
-  const fs::path place = PlaceOfFile(path);
-  if (place.empty() || !OpenOnDisk(file.disk, place, kRead)) {
-    FileFault(path, "can't be opened");
-  }
-  TakeIn(file);
-  file.mode = Mode::Input;
+  Free(number) = FieldReader(path);
 }
 
 void FileNumbers::OpenOutput(int number, const std::string& path) {
-  OpenFile& file = Free(number, path);
-  if (!file.disk.open(SystemPath(path), std::ios::out | std::ios::trunc)) {
-    FileFault(path, "can't be opened for writing");
-  }
-  file.mode = Mode::Output;
+  Free(number) = LineWriter(path);
 }
 
-bool FileNumbers::IsOpen(int number) const { return Slot(number).mode != Mode::Closed; }
+bool FileNumbers::IsOpen(int number) const { return PathOf(Behind(*this, number)) != nullptr; }
 
 bool FileNumbers::IsPathOpen(const std::string& path) const {
-  return std::any_of(slots_.begin(), slots_.end(), [&](const OpenFile& file) {
-    return file.mode != Mode::Closed && IsSameFile(SystemPath(file.path), SystemPath(path));
+  return std::any_of(files_.begin(), files_.end(), [&](const OpenFile& file) {
+    const std::string* const open = PathOf(file);
+    return open != nullptr && IsSameFile(SystemPath(*open), SystemPath(path));
   });
 }
 
 void FileNumbers::Close(int number) {
-  OpenFile& file = Slot(number);
-  if (file.mode == Mode::Closed) return;
-  OpenFile closing = std::move(file);
-  file = OpenFile{};
-  WriteOut(closing);
-  if (closing.disk.close() == nullptr) FileFault(closing.path, "can't be written");
+  // The number is free again even if the rest of the file can't be written.
+  OpenFile closing = std::exchange(Behind(*this, number), OpenFile());
+  if (auto* const binary = std::get_if<BinaryFile>(&closing)) binary->Close();
+  if (auto* const writer = std::get_if<LineWriter>(&closing)) writer->Close();
 }
 
 void FileNumbers::CloseFiles() {
@@ -130,40 +107,13 @@ void FileNumbers::Abandon(int number) noexcept {
   }
 }
 
-void FileNumbers::TakeIn(OpenFile& file) {
-  const std::streamoff size = file.disk.pubseekoff(0, std::ios::end);
-  std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
-  const auto count = static_cast<std::streamsize>(bytes.size());
-  if (size < 0 || file.disk.pubseekpos(0) != std::streampos(0) ||
-      file.disk.sgetn(bytes.data(), count) != count) {
-    FileFault(file.path, "can't be read");
-  }
-  if (file.bytes.empty()) {
-    file.bytes = std::move(bytes);
-  } else if (file.bytes.size() < bytes.size()) {
-    file.bytes.append(bytes, file.bytes.size());
-  }
-  file.whole = true;
-}
-
 std::string FileNumbers::ReadText(int number, std::int64_t count) {
-  OpenFile& file = Readable(number);
-  if (count <= 0) return {};
-  const auto wanted = static_cast<std::size_t>(count);
-  const std::size_t left =
-      file.position < file.bytes.size() ? file.bytes.size() - file.position : 0;
-  if (wanted > left) file.metEnd = true;
-  std::string text;
-  text.reserve(wanted);
-  text.append(file.bytes, file.bytes.size() - left, std::min(wanted, left)).resize(wanted, '\0');
-  file.position += wanted;
-  return text;
+  return Opened<BinaryFile>(*this, number).ReadText(count);
 }
 
 bool FileNumbers::EndOfFile(int number) const {
-  const OpenFile& file = Slot(number);
-  if (file.mode == Mode::Input) return file.position >= file.bytes.size();
-  return Opened(number, Mode::Binary).metEnd;
+  const auto* const fields = std::get_if<FieldReader>(&Behind(*this, number));
+  return fields != nullptr ? fields->AtEnd() : Opened<BinaryFile>(*this, number).MetEnd();
 }
 
 template <class Number>
@@ -178,97 +128,35 @@ void FileNumbers::WriteInt16(int number, Int16 value) { WriteNumber(number, valu
 void FileNumbers::WriteInt32(int number, Int32 value) { WriteNumber(number, value); }
 
 void FileNumbers::WriteText(int number, std::string_view bytes) {
-  OpenFile& file = Opened(number, Mode::Binary);
-  if (!file.writable) FileFault(file.path, "may not be written");
-  if (bytes.empty()) return;
-  if (file.position > file.bytes.size() && !file.whole) TakeIn(file);
-  const std::size_t end = file.position + bytes.size();
-  if (file.position > file.bytes.size()) file.bytes.resize(file.position, '\0');
-  const std::size_t replaced = std::min(bytes.size(), file.bytes.size() - file.position);
-  std::copy_n(bytes.begin(), replaced,
-              file.bytes.begin() + static_cast<std::ptrdiff_t>(file.position));
-  file.bytes.append(bytes.substr(replaced));
-  const bool clean = file.dirtyFrom == file.dirtyTo;
-  file.dirtyFrom = clean ? file.position : std::min(file.dirtyFrom, file.position);
-  file.dirtyTo = std::max(file.dirtyTo, end);
-  file.position = end;
+  Opened<BinaryFile>(*this, number).WriteText(bytes);
 }
 
 std::int64_t FileNumbers::Position(int number) const {
-  return static_cast<std::int64_t>(Opened(number, Mode::Binary).position);
+  return Opened<BinaryFile>(*this, number).Position();
 }
 
 void FileNumbers::Seek(int number, std::int64_t position) {
-  OpenFile& file = Opened(number, Mode::Binary);
-  if (position < 0) FileFault(file.path, "has no such position");
-  file.position = static_cast<std::size_t>(position);
-  file.metEnd = false;
+  Opened<BinaryFile>(*this, number).Seek(position);
 }
 
-std::int64_t FileNumbers::Length(int number) {
-  return static_cast<std::int64_t>(Readable(number).bytes.size());
-}
+std::int64_t FileNumbers::Length(int number) { return Opened<BinaryFile>(*this, number).Length(); }
 
 void FileNumbers::Empty(int number) {
-  OpenFile& file = Opened(number, Mode::Binary);
-  if (!file.fresh) {
-    const std::string path = file.path;
-    Close(number);
-    return MakeBinary(number, path);
-  }
-  file.bytes.clear();
-  file.position = file.dirtyFrom = file.dirtyTo = 0;
-  file.metEnd = false;
+  BinaryFile& file = Opened<BinaryFile>(*this, number);
+  if (file.IsFresh()) return file.Clear();
+  const std::string path = file.Path();
+  Close(number);
+  MakeBinary(number, path);
 }
 
-void FileNumbers::Flush(int number) { WriteOut(Opened(number, Mode::Binary)); }
-
-void FileNumbers::WriteOut(OpenFile& file) {
-  if (file.dirtyFrom == file.dirtyTo) return;
-  const std::size_t from = file.dirtyFrom;
-  const std::size_t count = file.dirtyTo - from;
-  file.dirtyFrom = file.dirtyTo = 0;
-  file.fresh = false;
-  const auto size = static_cast<std::streamsize>(count);
-  if (file.disk.pubseekpos(static_cast<std::streamoff>(from)) < 0 ||
-      file.disk.sputn(file.bytes.data() + from, size) != size || file.disk.pubsync() != 0) {
-    FileFault(file.path, "can't be written");
-  }
-}
+void FileNumbers::Flush(int number) { Opened<BinaryFile>(*this, number).Flush(); }
 
 std::string FileNumbers::ReadField(int number) {
-  OpenFile& file = Opened(number, Mode::Input);
-  const std::string& text = file.bytes;
-  std::size_t& at = file.position;
-  if (at >= text.size()) FileFault(file.path, "has no further field");
-  const std::size_t filled = std::min(text.find_first_not_of(' ', at), text.size());
-  if (text.compare(filled, 1, "\"") == 0) at = filled;
-
-  std::string field;
-  if (at < text.size() && text[at] == '"') {
-    const std::size_t close = std::min(text.find('"', at + 1), text.size());
-    field = text.substr(at + 1, close - at - 1);
-    at = std::min(text.find_first_of(",\r\n", close), text.size());
-  } else {
-    const std::size_t end = std::min(text.find_first_of(",\r\n", at), text.size());
-    field = text.substr(at, end - at);
-    at = end;
-  }
-  if (text.compare(at, 2, "\r\n") == 0) {
-    at += 2;
-  } else if (at < text.size()) {
-    ++at;
-  }
-  return field;
+  return Opened<FieldReader>(*this, number).ReadField();
 }
 
 void FileNumbers::PrintLine(int number, std::string_view text) {
-  OpenFile& file = Opened(number, Mode::Output);
-  const std::string line = std::string(text) + '\n';
-  const auto size = static_cast<std::streamsize>(line.size());
-  if (file.disk.sputn(line.data(), size) != size || file.disk.pubsync() != 0) {
-    FileFault(file.path, "can't be written");
-  }
+  Opened<LineWriter>(*this, number).PrintLine(text);
 }
 
 FlushOnFault::FlushOnFault(int number) : number_(number), pending_(std::uncaught_exceptions()) {}

@@ -3,35 +3,34 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 
+#include "platform/binary_file.h"
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
-#include "platform/little_endian.h"
+#include "platform/field_reader.h"
+#include "platform/line_writer.h"
 
 namespace quillmark {
 
-/// Small fixed numbers that stand for open files, 1 to 10.
-///
-/// A file opened for binary access is taken into memory once, by the first read: reads walk over it
-/// and deliver zero behind its end, writes change it in memory and reach the disk when the file is
-/// flushed or closed. All numbers are little-endian. Every operation on a number outside 1 to 10,
-/// on a number that is not open, or of the wrong mode throws the file fault; so does whatever the
-/// system refuses.
+/// Small fixed numbers that stand for open files, 1 to 10: binary files, texts of fields and texts
+/// that are written line by line. Every operation on a number outside 1 to 10, on a number that is
+/// not open, or of the wrong kind of file throws the file fault; so does whatever the system
+/// refuses.
 class FileNumbers {
  public:
-  /// Opens for reading and writing at position 0, and makes the file at once if there is none. It
-  /// is never truncated. A file that may not be written is opened for reading alone: the first
-  /// write to it is the fault. Throws also if the number is open already.
+  // Opening throws also if the number is open already.
+
+  /// Opens for reading and writing, as `BinaryFile::Open`.
   void OpenBinary(int number, const std::string& path);
-  /// The same with a file made anew under exactly this name, and emptied if it stands there.
+  /// The same with a file made anew, as `BinaryFile::Make`.
   void MakeBinary(int number, const std::string& path);
-  /// Opens for `ReadField`. The file has to exist.
+  /// Opens for `ReadField`, as `FieldReader`.
   void OpenInput(int number, const std::string& path);
-  /// Opens for `PrintLine`, emptied. The file stays open in the system too until it is closed.
+  /// Opens for `PrintLine`, as `LineWriter`.
   void OpenOutput(int number, const std::string& path);
 
   bool IsOpen(int number) const;
@@ -52,18 +51,10 @@ class FileNumbers {
   Byte ReadByte(int number) { return ReadNumber<Byte>(number); }
   Int16 ReadInt16(int number) { return ReadNumber<Int16>(number); }
   Int32 ReadInt32(int number) { return ReadNumber<Int32>(number); }
-  /// As many numbers as `values` has places for. Most of a script is read by this, so it stands
-  /// where it can be inlined.
+  /// As many numbers as `values` has places for.
   template <std::integral Raw>
   void ReadNumbers(int number, std::span<CheckedInteger<Raw>> values) {
-    static_assert(sizeof(CheckedInteger<Raw>) == sizeof(Raw));
-    OpenFile& file = Readable(number);
-    const std::size_t count = values.size_bytes();
-    if (file.position + count > file.bytes.size()) {
-      return TakeNumbers(ReadText(number, static_cast<std::int64_t>(count)), values);
-    }
-    TakeNumbers(std::string_view(file.bytes).substr(file.position), values);
-    file.position += count;
+    Opened<BinaryFile>(*this, number).ReadNumbers(values);
   }
   template <std::integral Raw>
   void ReadInto(int number, CheckedInteger<Raw>& value) {
@@ -95,53 +86,31 @@ class FileNumbers {
   /// Puts on disk what was written so far.
   void Flush(int number);
 
-  /// The next delimited field of a text file: up to a comma or a line end, or what stands between
-  /// double quotes, which may have blanks in front. Throws the file fault at the end of the file.
+  /// The next field, as `FieldReader` has it.
   std::string ReadField(int number);
 
   /// `text` and the system's line end.
   void PrintLine(int number, std::string_view text);
 
  private:
-  enum class Mode { Closed, Binary, Input, Output };
-  struct OpenFile {
-    Mode mode = Mode::Closed;
-    std::string path;
-    std::filebuf disk;
-    std::string bytes;
-    bool whole = false;  ///< `bytes` is the file; otherwise what was written from its start
-    bool fresh = false;  ///< made anew, and still empty on disk
-    std::size_t position = 0;
-    bool writable = true;
-    bool metEnd = false;
-    std::size_t dirtyFrom = 0;
-    std::size_t dirtyTo = 0;
-  };
+  using OpenFile = std::variant<std::monostate, BinaryFile, FieldReader, LineWriter>;
 
   [[noreturn]] static void ThrowNoSuchNumber(int number);
-  [[noreturn]] static void ThrowWrongMode(int number);
+  [[noreturn]] static void ThrowWrongKind(int number);
 
-  OpenFile& Slot(int number) {
+  /// What stands behind `number` of `self`, which may be constant.
+  template <class Self>
+  static auto& Behind(Self& self, int number) {
     if (number < 1 || number > 10) ThrowNoSuchNumber(number);
-    return slots_[number];
+    return self.files_[number];
   }
-  const OpenFile& Slot(int number) const { return const_cast<FileNumbers*>(this)->Slot(number); }
-  OpenFile& Free(int number, const std::string& path);
-  OpenFile& Opened(int number, Mode mode) {
-    OpenFile& file = Slot(number);
-    if (file.mode != mode) ThrowWrongMode(number);
-    return file;
+  template <class Kind, class Self>
+  static auto& Opened(Self& self, int number) {
+    auto* const file = std::get_if<Kind>(&Behind(self, number));
+    if (file == nullptr) ThrowWrongKind(number);
+    return *file;
   }
-  const OpenFile& Opened(int number, Mode mode) const {
-    return const_cast<FileNumbers*>(this)->Opened(number, mode);
-  }
-  /// Takes the rest of the file into memory, behind what was written already.
-  static void TakeIn(OpenFile& file);
-  OpenFile& Readable(int number) {
-    OpenFile& file = Opened(number, Mode::Binary);
-    if (!file.whole) TakeIn(file);
-    return file;
-  }
+  OpenFile& Free(int number);
   template <class Number>
   Number ReadNumber(int number) {
     Number value;
@@ -150,9 +119,8 @@ class FileNumbers {
   }
   template <class Number>
   void WriteNumber(int number, Number value);
-  static void WriteOut(OpenFile& file);
 
-  FixedArray<OpenFile, 11> slots_;
+  FixedArray<OpenFile, 11> files_;
 };
 
 /// The file numbers of the process.

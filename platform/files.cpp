@@ -21,14 +21,15 @@ constexpr char kSeparator = '/';
 #endif
 constexpr std::string_view kSeparators = "\\/";
 
-struct Place {
+/// What the program alone can say of itself.
+struct Surroundings {
   std::string programFolder = ".";
   std::function<bool(const std::string&)> trash;
 };
 
-Place& TheProgram() {
-  static Place place;
-  return place;
+Surroundings& TheProgram() {
+  static Surroundings surroundings;
+  return surroundings;
 }
 
 std::string QuotedPath(std::string_view path) { return "'" + std::string(path) + "'"; }
@@ -105,7 +106,7 @@ std::int64_t FileLength(std::string_view path) {
   return static_cast<std::int64_t>(*size);
 }
 
-void DeleteFile(std::string_view path) { Remove(path, DeletablePath(path)); }
+void EraseFile(std::string_view path) { Remove(path, DeletablePath(path)); }
 
 void DiscardFile(std::string_view path) {
   const fs::path place = DeletablePath(path);

@@ -36,10 +36,10 @@ std::int64_t FileLength(std::string_view path);
 
 /// Deletes the file at `path`, found as `FindFile` does. Throws the file fault if there is none, if
 /// it is write-protected or open under any file number, or if the system refuses.
-void DeleteFile(std::string_view path);
+void EraseFile(std::string_view path);
 
 /// Puts the file where the user can get it back from, if a trash was named, and otherwise deletes
-/// it. Either way the path is free afterwards. Fails as `DeleteFile` does.
+/// it. Either way the path is free afterwards. Fails as `EraseFile` does.
 void DiscardFile(std::string_view path);
 
 /// Names the desktop's trash: a routine that takes a path and tells whether the file is gone from

@@ -4,10 +4,8 @@
 #include <array>
 
 #include "platform/ansi.h"
-#include "platform/system_path.h"
-
-#undef DeleteFile
 #include "platform/files.h"
+#include "platform/system_path.h"
 
 namespace quillmark {
 namespace {

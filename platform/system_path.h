@@ -10,7 +10,7 @@
 namespace quillmark {
 
 /// The paths of `platform/files` as the system takes them, and what it is asked of them. Each
-/// system has its own file of these routines, but for the first two.
+/// system has its own file of these routines, but for the first three.
 
 /// The system's form of a UTF-8 path, with the letter case that its last component has on disk.
 std::filesystem::path SystemPath(std::string_view path);

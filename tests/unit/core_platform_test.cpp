@@ -113,12 +113,12 @@ TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
            [] { Files.IsOpen(0); }, [] { Files.IsOpen(11); },
            [&] { Files.OpenBinary(5, Path("b")); }, [&] { Files.OpenBinary(1, Path("folder")); },
            [&] { Files.OpenBinary(1, Path("none/b")); }, [&] { Files.OpenInput(1, Path("none")); },
-           [&] { DeleteFile(Path("A")); }, [&] { DeleteFile(Path("none")); },
-           [&] { DeleteFile(Path("folder")); }}) {
+           [&] { EraseFile(Path("A")); }, [&] { EraseFile(Path("none")); },
+           [&] { EraseFile(Path("folder")); }}) {
     EXPECT_EQ(OutcomeOf(wrong), kFile);
   }
   Files.Close(5);
-  DeleteFile(Path("A"));
+  EraseFile(Path("A"));
   EXPECT_FALSE(fs::exists(Path("a")));
 }
 
@@ -143,11 +143,11 @@ TEST_F(CorePlatformTest, FoldersMayHaveAnyLettersAndAnyDepth) {
     const std::string path = JoinPath(folder, "\u6587.Dat");
     Files.OpenBinary(1, path);
     Files.WriteText(1, "abc");
-    EXPECT_EQ(OutcomeOf([&] { DeleteFile(path); }), kFile) << "it is open";
+    EXPECT_EQ(OutcomeOf([&] { EraseFile(path); }), kFile) << "it is open";
     Files.Close(1);
     EXPECT_EQ(FindFile(JoinPath(folder, "\u6587.DAT")), "\u6587.Dat") << path.size();
     EXPECT_EQ(FileLength(path), 3);
-    DeleteFile(JoinPath(folder, "\u6587.DAT"));
+    EraseFile(JoinPath(folder, "\u6587.DAT"));
     EXPECT_EQ(FindFile(path), "");
   }
   for (; !folders.empty(); folders.pop_back()) fs::remove(FormOfSystem(folders.back()));
