@@ -5,8 +5,10 @@
 
 #include "controls/control.h"
 #include "controls/form.h"
+#include "platform/ansi.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
+#include "platform/safe_write.h"
 
 namespace quillmark {
 
@@ -34,12 +36,13 @@ void Desktop::RunAct(std::string_view operation, const std::function<void()>& ac
   if (ended_) return;
   try {
     try {
-      act();
+      WithMemoryFaults(act);
     } catch (const Fault& fault) {
       ShowFault(operation, fault.kind(), fault.what());
     } catch (const std::exception& trouble) {
       ShowFault(operation, FaultKind::InvalidArgument, trouble.what());
     }
+    TellKeptContents();
   } catch (const ProcessEnd&) {
     End();
   }
@@ -56,10 +59,23 @@ void Desktop::ShowFault(std::string_view operation, FaultKind kind, std::string_
              std::string(FaultName(kind)) + ": " + std::string(text) + ".";
   box.buttons = {BoxButton::End};
   if (!startingUp_) box.buttons.push_back(BoxButton::Continue);
-  if (Ask(box) == BoxButton::End) throw ProcessEnd{};
+  const BoxButton answer = Ask(box);
+  TellKeptContents();
+  if (answer == BoxButton::End) throw ProcessEnd{};
   // An act that was broken off must not keep the file numbers that the next one needs, least of all
   // a save of what is still unsaved.
   Files.AbandonFiles();
+}
+
+void Desktop::TellKeptContents() {
+  for (const KeptContent& kept : TakeKeptContents()) {
+    Ask({BoxIcon::Warning,
+         {BoxButton::OK},
+         std::string(kProgramName),
+         Utf8ToAnsi("The file '" + kept.path +
+                    "' was not written to its end.\n\nIts whole new content is kept at '" +
+                    kept.keptAt + "'.")});
+  }
 }
 
 void Desktop::End() {

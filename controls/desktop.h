@@ -80,6 +80,8 @@ class Desktop {
   /// Throws `ProcessEnd` if the process came to its end while something waited.
   void AfterWaiting() const;
   void ShowFault(std::string_view operation, FaultKind kind, std::string_view text);
+  /// Says of each content that could not be put in its place where it is.
+  void TellKeptContents();
   void End();
   void SettleFocus();
 

@@ -10,23 +10,13 @@
 #include "core/script_head.h"
 #include "core/stream_file.h"
 #include "platform/file_numbers.h"
-#include "platform/files.h"
 #include "platform/little_endian.h"
 #include "platform/log.h"
-#include "platform/system_path.h"
 
 namespace quillmark {
 namespace {
 
 std::int64_t LengthOf(std::string_view text) { return static_cast<std::int64_t>(text.size()); }
-
-/// Deletes the old script and gives the path to write to: with the letter case that the old name
-/// had on disk.
-std::string MakeRoom(const std::string& path) {
-  std::string target = PathText(SystemPath(path));
-  DiscardFile(path);
-  return target;
-}
 
 // What a save computes and writes, piece by piece in the order of the file. Nothing of it touches a
 // file: `write` takes the bytes, and `buildLevel` has to put the stream of one level into the
@@ -118,20 +108,7 @@ void BuildLevelIn(StreamFile& file, int level) {
   file.Close();
 }
 
-}  // namespace
-
-void BuildLevel(int level) {
-  StreamFile file;
-  BuildLevelIn(file, level);
-  file.Finish();
-}
-
-bool SaveScript(const std::string& path) {
-  LogWrite("Saving script");
-  Prepare(TRScript);
-
-  Files.MakeBinary(kScriptFile, MakeRoom(path));
-  const FlushOnFault keepWhatIsWritten(kScriptFile);
+void WriteScript() {
   const Sink write = [](std::string_view bytes) { Files.WriteText(kScriptFile, bytes); };
   WriteHead(TRScript, write);
   WriteFileNames(TRScript, write);
@@ -144,6 +121,22 @@ bool SaveScript(const std::string& path) {
   Files.Seek(kScriptFile, kScriptDataSizePosition);
   write(WordBytes(TRScript.ScriptDataSize));
   Files.CloseFiles();
+}
+
+}  // namespace
+
+void BuildLevel(int level) {
+  StreamFile file;
+  BuildLevelIn(file, level);
+  file.Finish();
+}
+
+bool SaveScript(const std::string& path) {
+  LogWrite("Saving script");
+  Prepare(TRScript);
+
+  Files.ReplaceBinary(kScriptFile, path);
+  WriteUpToFault(kScriptFile, WriteScript);
   LogWrite("Script saved");
   return true;
 }

@@ -19,7 +19,7 @@ std::string BuiltStreamPath() { return ProgramPath(kStreamName); }
 
 StreamFile::~StreamFile() {
   try {
-    LeaveFault();
+    WithMemoryFaults([this] { LeaveFault(); });
   } catch (const Fault&) {
     return;  // the fault that is on its way tells more than this one
   }

@@ -68,7 +68,7 @@ void ChooseName() {
 template <class Statement>
 void PassingOver(const Statement& statement) {
   try {
-    statement();
+    WithMemoryFaults(statement);
   } catch (const Fault&) {
     return;
   }
@@ -181,7 +181,7 @@ void StoreCamera(TextBox& typedIn) {
 
 void CameraKeyRelease(TextBox& typedIn) {
   try {
-    StoreCamera(typedIn);
+    WithMemoryFaults([&] { StoreCamera(typedIn); });
   } catch (const Fault&) {
     TheDesktop().ShowError("Fatal", "Unknown error");
   }

@@ -33,7 +33,7 @@ std::string AskPath(bool save, const char* filter, Entry title) {
 /// fault is `failed`'s to report.
 void RunCommand(const std::function<void()>& steps, const std::function<void()>& failed) {
   try {
-    UnlessCancelled(steps);
+    UnlessCancelled([&] { WithMemoryFaults(steps); });
   } catch (const Fault&) {
     failed();
   }

@@ -1,8 +1,10 @@
 #include "platform/binary_file.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/disk_access.h"
+#include "platform/files.h"
 #include "platform/system_path.h"
 
 namespace quillmark {
@@ -18,7 +20,9 @@ BinaryFile BinaryFile::Open(const std::string& path) {
   const std::filesystem::path place = PlaceOfFile(path);
   if (place.empty()) {
     if (IsThere(SystemPath(path))) ThrowFileFault(path, "can't be opened");
-    return Make(path);
+    BinaryFile made = Make(path);
+    made.inPlace_ = false;
+    return made;
   }
   BinaryFile file(path);
   if (!OpenOnDisk(file.disk_, place, kUpdate)) {
@@ -31,17 +35,21 @@ BinaryFile BinaryFile::Open(const std::string& path) {
 BinaryFile BinaryFile::Make(const std::string& path) {
   BinaryFile file(path);
   if (!OpenOnDisk(file.disk_, FormOfSystem(path), kMake)) ThrowFileFault(path, "can't be made");
-  file.whole_ = file.fresh_ = true;
+  file.whole_ = file.fresh_ = file.inPlace_ = true;
+  return file;
+}
+
+BinaryFile BinaryFile::Replace(const std::string& path) {
+  CheckDeletable(path);
+  BinaryFile file(path);
+  file.replacement_ = std::make_unique<Replacement>(path, Replacement::OldFile::Discarded,
+                                                    Replacement::NoNewFile::Fails);
+  file.whole_ = true;
   return file;
 }
 
 void BinaryFile::TakeIn() {
-  std::string onDisk = ReadWhole(disk_, path_);
-  if (bytes_.empty()) {
-    bytes_ = std::move(onDisk);
-  } else if (bytes_.size() < onDisk.size()) {
-    bytes_.append(onDisk, bytes_.size());
-  }
+  bytes_ += ReadRest(disk_, bytes_.size(), path_);
   whole_ = true;
 }
 
@@ -91,19 +99,35 @@ void BinaryFile::Clear() {
 }
 
 void BinaryFile::Flush() {
-  if (dirtyFrom_ == dirtyTo_) return;
-  const auto from = static_cast<std::streamoff>(dirtyFrom_);
-  const auto dirty = std::string_view(bytes_).substr(dirtyFrom_, dirtyTo_ - dirtyFrom_);
-  dirtyFrom_ = dirtyTo_ = 0;
+  const std::size_t from = std::exchange(dirtyFrom_, 0);
+  const std::size_t to = std::exchange(dirtyTo_, 0);
+  if (from == to && replacement_ == nullptr) return;
   fresh_ = false;
-  if (disk_.pubseekpos(from) < 0 || !WriteAtOnce(disk_, dirty)) {
+  if (inPlace_) return WriteInPlace(from, to - from);
+  PutInPlaceOfOld();
+}
+
+void BinaryFile::WriteInPlace(std::size_t from, std::size_t count) {
+  const auto dirty = std::string_view(bytes_).substr(from, count);
+  if (disk_.pubseekpos(static_cast<std::streamoff>(from)) < 0 || !WriteAtOnce(disk_, dirty)) {
     ThrowFileFault(path_, "can't be written");
   }
 }
 
+void BinaryFile::PutInPlaceOfOld() {
+  if (!whole_) TakeIn();
+  disk_.close();  // some systems replace no file that is open
+  auto replacement = std::move(replacement_);
+  if (replacement == nullptr) {
+    replacement = std::make_unique<Replacement>(path_, Replacement::OldFile::Dropped,
+                                                Replacement::NoNewFile::WritesInPlace);
+  }
+  replacement->Put(bytes_);
+}
+
 void BinaryFile::Close() {
   Flush();
-  if (disk_.close() == nullptr) ThrowFileFault(path_, "can't be written");
+  if (disk_.is_open() && disk_.close() == nullptr) ThrowFileFault(path_, "can't be written");
 }
 
 }  // namespace quillmark

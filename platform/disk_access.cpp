@@ -1,6 +1,7 @@
 #include "platform/disk_access.h"
 
 #include <algorithm>
+#include <exception>
 
 #include "platform/fault.h"
 
@@ -15,12 +16,20 @@ bool OpenOnDisk(std::filebuf& disk, const std::filesystem::path& place, std::ios
   return disk.open(place, mode) != nullptr;
 }
 
-std::string ReadWhole(std::filebuf& disk, const std::string& path) {
+std::string ReadRest(std::filebuf& disk, std::size_t from, const std::string& path) {
   const std::streamoff size = disk.pubseekoff(0, std::ios::end);
-  std::string bytes(static_cast<std::size_t>(std::max<std::streamoff>(size, 0)), '\0');
+  if (size < 0) ThrowFileFault(path, "can't be read");
+  const std::streamoff start = std::min(size, static_cast<std::streamoff>(from));
+  if (size == start) return {};
+
+  std::string bytes;
+  try {
+    bytes.resize(static_cast<std::size_t>(size - start));
+  } catch (const std::exception&) {
+    ThrowFileFault(path, "is too large for the memory");
+  }
   const auto count = static_cast<std::streamsize>(bytes.size());
-  if (size < 0 || disk.pubseekpos(0) != std::streampos(0) ||
-      disk.sgetn(bytes.data(), count) != count) {
+  if (disk.pubseekpos(start) != std::streampos(start) || disk.sgetn(bytes.data(), count) != count) {
     ThrowFileFault(path, "can't be read");
   }
   return bytes;

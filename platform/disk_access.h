@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -14,8 +15,9 @@ namespace quillmark {
 /// the system refuses.
 bool OpenOnDisk(std::filebuf& disk, const std::filesystem::path& place, std::ios::openmode mode);
 
-/// All bytes of the open file. Throws the file fault, with the given path, if it can't be read.
-std::string ReadWhole(std::filebuf& disk, const std::string& path);
+/// The bytes of the open file from `from` on. Throws the file fault, with the given path, if they
+/// can't be read or the memory has no room for them.
+std::string ReadRest(std::filebuf& disk, std::size_t from, const std::string& path);
 
 /// Writes `bytes` at once. False if the system refuses.
 bool WriteAtOnce(std::filebuf& disk, std::string_view bytes);

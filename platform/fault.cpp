@@ -18,10 +18,16 @@ std::string_view FaultName(FaultKind kind) {
       return "missing selection fault";
     case FaultKind::File:
       return "file fault";
+    case FaultKind::Memory:
+      return "memory fault";
     case FaultKind::Cancelled:
       return "cancelled dialog";
   }
   return "fault";
 }
+
+bool IsOfSystem(FaultKind kind) { return kind == FaultKind::File || kind == FaultKind::Memory; }
+
+void ThrowMemoryFault() { throw Fault(FaultKind::Memory, "there is not enough memory"); }
 
 }  // namespace quillmark

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -15,6 +16,7 @@ enum class FaultKind {
   InvalidArgument,  ///< a text too short for what is cut from it
   NoSelection,      ///< an operation on the selected row while none is selected
   File,             ///< a file that cannot be opened, read, written or deleted
+  Memory,           ///< the system has no memory left to give
   Cancelled         ///< a file dialog that was cancelled
 };
 
@@ -35,6 +37,24 @@ class Fault : public std::runtime_error {
  private:
   FaultKind kind_;
 };
+
+/// Whether the fault says that the system failed and not that the data was wrong.
+bool IsOfSystem(FaultKind kind);
+
+[[noreturn]] void ThrowMemoryFault();
+
+/// Runs `steps` and gives what they give. Memory that they don't get is a fault like any other, so
+/// that the handlers that are named for faults report it too.
+template <class Steps>
+decltype(auto) WithMemoryFaults(Steps&& steps) {
+  try {
+    return steps();
+  } catch (const std::bad_alloc&) {
+    ThrowMemoryFault();
+  } catch (const std::length_error&) {  // more than any memory could hold
+    ThrowMemoryFault();
+  }
+}
 
 /// Thrown where the whole process has to end. It is no `Fault`, so that no handler can hold it up;
 /// it is caught where the program's loop stands.

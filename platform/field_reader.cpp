@@ -14,7 +14,7 @@ FieldReader::FieldReader(std::string path) : path_(std::move(path)) {
   if (place.empty() || !OpenOnDisk(disk, place, std::ios::in | std::ios::binary)) {
     ThrowFileFault(path_, "can't be opened");
   }
-  text_ = ReadWhole(disk, path_);
+  text_ = ReadRest(disk, 0, path_);
 }
 
 std::string FieldReader::ReadField() {

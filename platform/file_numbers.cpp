@@ -1,7 +1,6 @@
 #include "platform/file_numbers.h"
 
 #include <algorithm>
-#include <exception>
 #include <type_traits>
 #include <utility>
 
@@ -26,6 +25,16 @@ const std::string* PathOf(const OpenFile& file) {
         }
       },
       file);
+}
+
+void FlushQuietly(int number) {
+  try {
+    WithMemoryFaults([number] {
+      if (Files.IsOpen(number)) Files.Flush(number);
+    });
+  } catch (const Fault&) {
+    return;  // the fault that is on its way tells more than this one
+  }
 }
 
 }  // namespace
@@ -56,6 +65,10 @@ void FileNumbers::OpenBinary(int number, const std::string& path) {
 
 void FileNumbers::MakeBinary(int number, const std::string& path) {
   Free(number) = BinaryFile::Make(path);
+}
+
+void FileNumbers::ReplaceBinary(int number, const std::string& path) {
+  Free(number) = BinaryFile::Replace(path);
 }
 
 void FileNumbers::OpenInput(int number, const std::string& path) {
@@ -99,13 +112,7 @@ void FileNumbers::CloseAll() noexcept {
   Abandon(kLogNumber);
 }
 
-void FileNumbers::Abandon(int number) noexcept {
-  try {
-    Close(number);
-  } catch (const Fault&) {
-    return;
-  }
-}
+void FileNumbers::Abandon(int number) noexcept { Behind(*this, number) = OpenFile(); }
 
 std::string FileNumbers::ReadText(int number, std::int64_t count) {
   return Opened<BinaryFile>(*this, number).ReadText(count);
@@ -159,14 +166,16 @@ void FileNumbers::PrintLine(int number, std::string_view text) {
   Opened<LineWriter>(*this, number).PrintLine(text);
 }
 
-FlushOnFault::FlushOnFault(int number) : number_(number), pending_(std::uncaught_exceptions()) {}
-
-FlushOnFault::~FlushOnFault() {
-  if (std::uncaught_exceptions() == pending_) return;
+void WriteUpToFault(int number, const std::function<void()>& steps) {
   try {
-    if (Files.IsOpen(number_)) Files.Flush(number_);
-  } catch (const Fault&) {
-    return;  // the fault that is on its way tells more than this one
+    WithMemoryFaults(steps);
+  } catch (const Fault& fault) {
+    if (IsOfSystem(fault.kind())) {
+      Files.Abandon(number);
+    } else {
+      FlushQuietly(number);
+    }
+    throw;
   }
 }
 

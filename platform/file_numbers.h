@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -28,6 +29,8 @@ class FileNumbers {
   void OpenBinary(int number, const std::string& path);
   /// The same with a file made anew, as `BinaryFile::Make`.
   void MakeBinary(int number, const std::string& path);
+  /// Opens for writing in the place of an old file, as `BinaryFile::Replace`.
+  void ReplaceBinary(int number, const std::string& path);
   /// Opens for `ReadField`, as `FieldReader`.
   void OpenInput(int number, const std::string& path);
   /// Opens for `PrintLine`, as `LineWriter`.
@@ -41,9 +44,9 @@ class FileNumbers {
   void Close(int number);
   /// Closes the numbers 1 to 5 and 7 to 10. Number 6 belongs to the log.
   void CloseFiles();
-  /// Closes one number; what can't be written any more is given up.
+  /// Closes one number; what is not on disk yet is given up.
   void Abandon(int number) noexcept;
-  /// `CloseFiles` for an act that was broken off: what can't be written any more is given up.
+  /// `CloseFiles` for an act that was broken off: what is not on disk yet is given up.
   void AbandonFiles() noexcept;
   /// Abandons all ten, at the end of the process.
   void CloseAll() noexcept;
@@ -126,18 +129,9 @@ class FileNumbers {
 /// The file numbers of the process.
 extern FileNumbers Files;
 
-/// While a fault passes through its scope, the file of `number` is put on disk as far as it was
-/// written, so that a fault leaves behind what a write-through would have left.
-class FlushOnFault {
- public:
-  explicit FlushOnFault(int number);
-  ~FlushOnFault();
-  FlushOnFault(const FlushOnFault&) = delete;
-  FlushOnFault& operator=(const FlushOnFault&) = delete;
-
- private:
-  int number_;
-  int pending_;
-};
+/// Runs `steps`, which write to the file of `number`. A fault in their data puts on disk what they
+/// wrote before it, as if every write had gone through at once. Where the system failed them, the
+/// file is abandoned and stays as it was. Either way the fault passes on.
+void WriteUpToFault(int number, const std::function<void()>& steps);
 
 }  // namespace quillmark

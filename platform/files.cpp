@@ -106,6 +106,8 @@ std::int64_t FileLength(std::string_view path) {
   return static_cast<std::int64_t>(*size);
 }
 
+void CheckDeletable(std::string_view path) { DeletablePath(path); }
+
 void EraseFile(std::string_view path) { Remove(path, DeletablePath(path)); }
 
 void DiscardFile(std::string_view path) {
@@ -118,6 +120,8 @@ void DiscardFile(std::string_view path) {
 void SetTrash(std::function<bool(const std::string&)> trash) {
   TheProgram().trash = std::move(trash);
 }
+
+bool HasTrash() { return static_cast<bool>(TheProgram().trash); }
 
 const std::string& ProgramFolder() { return TheProgram().programFolder; }
 

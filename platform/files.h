@@ -34,6 +34,9 @@ std::vector<std::string> FindFiles(std::string_view folder,
 /// Bytes of the file at `path`, found as `FindFile` does. Throws the file fault if there is none.
 std::int64_t FileLength(std::string_view path);
 
+/// Throws the file fault if `EraseFile` would, as far as that can be told without trying.
+void CheckDeletable(std::string_view path);
+
 /// Deletes the file at `path`, found as `FindFile` does. Throws the file fault if there is none, if
 /// it is write-protected or open under any file number, or if the system refuses.
 void EraseFile(std::string_view path);
@@ -45,6 +48,7 @@ void DiscardFile(std::string_view path);
 /// Names the desktop's trash: a routine that takes a path and tells whether the file is gone from
 /// there. Only the program itself names one; an empty routine takes it away.
 void SetTrash(std::function<bool(const std::string& path)> trash);
+bool HasTrash();
 
 /// The program's own folder, set once at start.
 const std::string& ProgramFolder();

@@ -66,7 +66,7 @@ std::string Scrambled(std::string text) {
 template <class Steps>
 bool TellingFaults(int number, Language language, FileWork work, Steps steps) {
   try {
-    return steps();
+    return WithMemoryFaults(steps);
   } catch (const Fault&) {
     Files.Abandon(number);
     Tell(listeners.failed, language, work);
@@ -212,8 +212,7 @@ bool ReadLanguage(Language language, const std::string& path) {
 bool WriteLanguage(Language language, const std::string& path) {
   return TellingFaults(kWriteNumber, language, FileWork::Write, [&] {
     Files.OpenBinary(kWriteNumber, path);
-    const FlushOnFault keepWhatIsWritten(kWriteNumber);
-    WriteSlot(Slot(language));
+    WriteUpToFault(kWriteNumber, [language] { WriteSlot(Slot(language)); });
     Files.CloseFiles();
     return true;
   });

@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QMessageBox>
@@ -13,6 +12,7 @@
 #include "ui/icons.h"
 #include "ui/own_folder.h"
 #include "ui/qt_screen.h"
+#include "ui/trash.h"
 
 int main(int argc, char* argv[]) {
   using namespace quillmark;
@@ -32,8 +32,7 @@ int main(int argc, char* argv[]) {
     return EXIT_FAILURE;
   }
   SetProgramFolder(QDir::toNativeSeparators(folder.path).toStdString());
-  SetTrash(
-      [](const std::string& path) { return QFile::moveToTrash(QString::fromStdString(path)); });
+  SetTrash(MoveToTrash);
   QtScreen screen;
   TheDesktop().Attach(screen);
   StartProcess();

@@ -59,6 +59,14 @@ std::string Repeated(std::string_view bytes, int times) {
   return all;
 }
 
+std::set<std::string> FilesIn(const std::string& folder) {
+  std::set<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    names.insert(entry.path().filename().string());
+  }
+  return names;
+}
+
 bool IsNamed(const std::string& path) {
   const fs::path name = fs::path(path).filename();
   const fs::directory_iterator folder(fs::path(path).parent_path());

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,8 @@ class CoreTest : public testing::Test {
 std::string Zeros(std::size_t count);
 std::string Word(int value);
 std::string Repeated(std::string_view bytes, int times);
+/// The names of all that stands in a folder.
+std::set<std::string> FilesIn(const std::string& folder);
 /// Whether a file of this very name is there, letter case included.
 bool IsNamed(const std::string& path);
 

@@ -250,6 +250,24 @@ TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
   EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
 }
 
+TEST_F(CoreLanguageTest, TellsOfMissingMemoryAsOfAFileThatCantBeRead) {
+  int told = 0;
+  const auto noMemory = [](const std::string&) { throw std::bad_alloc(); };
+  const auto noRoom = [](const std::string&) { throw std::length_error("too long"); };
+  for (const auto& listener : {std::function<void(const std::string&)>(noMemory),
+                               std::function<void(const std::string&)>(noRoom)}) {
+    StringListeners listeners;
+    listeners.stringRead = listener;
+    listeners.failed = [&](Language, FileWork work) { told += work == FileWork::Read ? 1 : 0; };
+    SetStringListeners(listeners);
+    Slot(Language::GERMAN).Primary = kOn;
+    MakeFile(Path("a"), SmallFile());
+    EXPECT_FALSE(ReadLanguage(Language::GERMAN, Path("a")));
+  }
+  EXPECT_EQ(told, 2);
+  EXPECT_FALSE(Files.IsOpen(2));
+}
+
 TEST_F(CoreTest, FindsStringsWhateverTheirLetterCase) {
   StringsMod.StringPool.Redim(2);
   StringsMod.NumStrings = 2;

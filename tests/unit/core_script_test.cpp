@@ -258,10 +258,39 @@ TEST_F(CoreScriptTest, NeedsATargetThatCanBeReplaced) {
   EXPECT_EQ(Saving(Path("folder")), "file fault");
   EXPECT_TRUE(fs::is_directory(Path("folder")));
 
+  const std::string old = Bytes(Path("one"));
   fs::create_directory(Path("scriptdata.tmp"));
   EXPECT_EQ(Saving(Path("one")), "file fault") << "no stream can be built";
-  EXPECT_EQ(Bytes(Path("one")).size(), 56U + 2 + 3) << "and the old script is gone";
+  EXPECT_EQ(Bytes(Path("one")), old) << "the disk's troubles cost nobody the old script";
+  fs::remove(Path("scriptdata.tmp"));
+
+  Files.OpenBinary(1, Path("scriptdata.tmp"));
+  EXPECT_EQ(Saving(Path("one")), "file fault") << "the number is taken";
+  EXPECT_EQ(Bytes(Path("one")), old);
+  Files.AbandonFiles();
+  EXPECT_EQ(Saving(Path("one")), "true");
+  EXPECT_EQ(FilesIn(Path("")), (std::set<std::string>{"folder", "one", "scriptdata.tmp"}));
 }
+
+#ifndef _WIN32
+TEST_F(CoreScriptTest, ReplacesTheFileBehindALinkAndKeepsItsRights) {
+  ASSERT_TRUE(LoadStreams(kTr5, {kClose}));
+  fs::create_directory(Path("real"));
+  fs::rename(Path("one"), Path("real/script"));
+  constexpr fs::perms rights =
+      fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read;
+  fs::permissions(Path("real/script"), rights);
+  fs::create_hard_link(Path("real/script"), Path("older"));
+  fs::create_symlink("real/script", Path("one"));
+  TRScript.ScriptFlags = 77;
+  EXPECT_EQ(Saving(Path("one")), "true");
+  EXPECT_TRUE(fs::is_symlink(Path("one")));
+  EXPECT_EQ(Bytes(Path("real/script")).substr(0, 2), Word(77));
+  EXPECT_EQ(Bytes(Path("older")), ScriptBytes({kClose})) << "a file of its own from now on";
+  EXPECT_EQ(fs::status(Path("real/script")).permissions(), rights);
+  EXPECT_EQ(FilesIn(Path("real")), std::set<std::string>{"script"});
+}
+#endif
 
 TEST_F(CoreScriptTest, FindsTheFolderBehindBackslashes) {
   // A backslash is part of the name on some systems, but always parts the folder from it here.
