@@ -5,6 +5,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "platform/system_write.h"
+
 namespace quillmark {
 namespace {
 
@@ -15,11 +17,19 @@ void Require(bool holds, const PlainFile& file) {
   if (!holds) throw std::runtime_error("no plain access to " + file.path);
 }
 
+void WriteScratch(const PlainFile& file) {
+  Require(fs::remove(file.path), file);
+  std::ofstream output(file.path, std::ios::binary | std::ios::trunc);
+  output.write(file.bytes.data(), static_cast<std::streamsize>(file.bytes.size()));
+  output.close();
+  Require(output.good(), file);
+}
+
 }  // namespace
 
-PlainFile TakeFile(const std::string& path, bool deleted) {
+PlainFile TakeFile(const std::string& path, bool scratch) {
   std::ifstream input(path, std::ios::binary);
-  return {path, std::string(std::istreambuf_iterator<char>(input), {}), deleted};
+  return {path, std::string(std::istreambuf_iterator<char>(input), {}), scratch};
 }
 
 void ReadPlainly(const PlainFile& file) {
@@ -30,13 +40,11 @@ void ReadPlainly(const PlainFile& file) {
 }
 
 void WritePlainly(const PlainFile& file) {
-  if (file.deleted) Require(fs::remove(file.path), file);
-  // Opened for reading too, so that a file that stays is not emptied first.
-  const std::ios::openmode kept = file.deleted ? std::ios::trunc : std::ios::in;
-  std::ofstream output(file.path, std::ios::binary | kept);
-  output.write(file.bytes.data(), static_cast<std::streamsize>(file.bytes.size()));
-  output.close();
-  Require(output.good(), file);
+  if (file.scratch) return WriteScratch(file);
+  const fs::path fresh = file.path + ".new";
+  Require(!MakeNewFile(fresh) && !WriteToDisk(fresh, file.bytes).error &&
+              !TakeName(fresh, file.path, file.path + ".old") && !FlushFolderOf(file.path),
+          file);
 }
 
 std::size_t BytesOf(const std::vector<PlainFile>& files) {

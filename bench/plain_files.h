@@ -11,17 +11,17 @@ namespace quillmark {
 struct PlainFile {
   std::string path;
   std::string bytes;
-  bool deleted = false;  ///< the plain write deletes it and makes it anew
+  bool scratch = false;  ///< no file of the user's: deleted and made anew
 };
 
 /// What stands at `path` now.
-PlainFile TakeFile(const std::string& path, bool deleted);
+PlainFile TakeFile(const std::string& path, bool scratch);
 
 /// Asks for the size, opens the file, reads all its bytes with one call and closes it.
 void ReadPlainly(const PlainFile& file);
 
-/// Opens the file, writes all its bytes with one call and closes it; deletes it before if it is one
-/// that a save deletes.
+/// Writes all its bytes with one call to a new file beside it, flushes that to the disk and gives
+/// it the name, and flushes the folder. A scratch file is deleted and written in its place.
 void WritePlainly(const PlainFile& file);
 
 std::size_t BytesOf(const std::vector<PlainFile>& files);

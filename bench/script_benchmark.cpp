@@ -78,13 +78,12 @@ class CaseFolder : public TemporaryFolder {
     }
   }
 
-  /// All files, as they stand now. A save deletes the script and the file of the built streams.
+  /// All files, as they stand now.
   std::vector<PlainFile> PlainFiles() const {
     std::vector<PlainFile> files;
     for (const fs::directory_entry& entry : fs::directory_iterator(Path())) {
       const std::string name = entry.path().filename().string();
-      files.push_back(
-          TakeFile(entry.path().string(), name == "SCRIPT.DAT" || name == "scriptdata.tmp"));
+      files.push_back(TakeFile(entry.path().string(), name == "scriptdata.tmp"));
     }
     return files;
   }
