@@ -39,6 +39,23 @@ if(QUILLMARK_FUZZ)
   target_link_options(quillmark_config INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# quillmark_precompile(target HEADER...): parses these headers once for the target. It is for the
+# speed of a first build alone: without the option each file has to name what it uses.
+function(quillmark_precompile target)
+  if(QUILLMARK_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
+# quillmark_share_precompiled(owner TARGET...): the same headers for further targets.
+function(quillmark_share_precompiled owner)
+  if(QUILLMARK_PRECOMPILE)
+    foreach(target ${ARGN})
+      target_precompile_headers(${target} REUSE_FROM ${owner})
+    endforeach()
+  endif()
+endfunction()
+
 # A static library of one folder: quillmark_library(name SOURCES ... LINKS ...)
 function(quillmark_library name)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINKS")

@@ -1,6 +1,8 @@
 // A script of one game: whatever loads or fails can be listed, and what can be saved loads again to
 // the same listing but for what a save is known to lose.
 
+#include <nlohmann/json.hpp>
+
 #include "core/level_stream.h"
 #include "core/script_dat.h"
 #include "core/script_model.h"

@@ -1,10 +1,14 @@
-# Sourced by ./run, ./test and the scripts of packaging/windows: makes sure of the packages that they
+# Sourced by ./run, ./test, ./check and the scripts of packaging/windows: makes sure of the packages that they
 # need.
 
 # What a build of the program takes; the libraries of tools and tests too, since the build tree is
 # configured as a whole.
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools ccache
   nlohmann-json3-dev libgtest-dev libgmock-dev)
+# Beside them, what the tests of the real windows take to run.
+test_packages=(libqt6widgets6 libqt6test6 qt6-qpa-plugins fonts-dejavu-core)
+# And ./check: the other compiler with its sanitizers and lints, and the benchmarks.
+check_packages=(libbenchmark-dev clang clang-format clang-tidy libclang-rt-14-dev)
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi

@@ -1,5 +1,7 @@
 #include "tools/json_text.h"
 
+#include <nlohmann/json.hpp>
+#include <ostream>
 #include <utility>
 
 namespace quillmark {

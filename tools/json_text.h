@@ -1,7 +1,7 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
-#include <ostream>
+#include <iosfwd>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 

@@ -1,6 +1,7 @@
 #include "tools/listing.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "core/script_model.h"

@@ -1,5 +1,6 @@
 #include "driver/hands.h"
 
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "controls/desktop.h"

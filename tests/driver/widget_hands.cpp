@@ -16,6 +16,7 @@
 #include <QScreen>
 #include <QTreeView>
 #include <map>
+#include <nlohmann/json.hpp>
 
 #include "controls/desktop.h"
 #include "ui/ansi_text.h"

@@ -1,6 +1,7 @@
 #include "support/text.h"
 
 #include <fstream>
+#include <nlohmann/json.hpp>
 
 #include "tools/json_text.h"
 

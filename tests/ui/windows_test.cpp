@@ -17,6 +17,7 @@
 #include <QWheelEvent>
 #include <filesystem>
 #include <iostream>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "controls/desktop.h"
