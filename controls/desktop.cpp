@@ -108,7 +108,8 @@ bool Desktop::AskYesNo(std::string_view title, std::string_view text) {
   return Ask({BoxIcon::Question,
               {BoxButton::Yes, BoxButton::No},
               std::string(title),
-              std::string(text)}) == BoxButton::Yes;
+              std::string(text),
+              BoxButton::No}) == BoxButton::Yes;
 }
 
 std::optional<std::string> Desktop::AskText(const InputBox& box) {
@@ -121,7 +122,9 @@ std::optional<std::string> Desktop::AskText(const InputBox& box) {
 
 std::string Desktop::AskFile(const FileRequest& request) {
   ClosePopup();
-  auto answer = BeforeWaiting().AskFile({request.save, ShownText(request.title), request.filter});
+  FileRequest shown = request;
+  shown.title = ShownText(request.title);
+  auto answer = BeforeWaiting().AskFile(shown);
   AfterWaiting();
   if (!answer) {
     throw Fault(FaultKind::Cancelled,

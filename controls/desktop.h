@@ -37,6 +37,7 @@ class Desktop {
   /// Boxes of one button, and questions. See `Screen::AskMessage`.
   BoxButton Ask(const Message& box);
   void ShowError(std::string_view title, std::string_view text);
+  /// Asks before something goes for good, and so stands on No; true for Yes.
   bool AskYesNo(std::string_view title, std::string_view text);
   std::optional<std::string> AskText(const InputBox& box);
   /// The chosen path; throws the fault of a cancelled dialog if there is none.

@@ -115,6 +115,12 @@ bool Form::DragTo(int width, int height) {
   return true;
 }
 
+bool Form::DropFile(const std::string& path) {
+  if (!InFront() || !onFileDropped) return false;
+  TheDesktop().RunAct("Open the file", [&] { onFileDropped(path); });
+  return true;
+}
+
 bool Form::InFront() const {
   const Form* modal = TheDesktop().ModalForm();
   return shown_ && (modal == nullptr || modal == this);

@@ -44,6 +44,7 @@ class Form {
   std::function<void()> onLoad;
   std::function<void()> onShow;    ///< each time that it is shown, even if it is on the screen
   std::function<void()> onUnload;  ///< before its state is thrown away
+  std::function<void(const std::string& path)> onFileDropped;
   std::function<void()> onResize;  ///< the border was dragged, or code changed the size
 
   const std::string& Name() const { return name_; }
@@ -77,6 +78,9 @@ class Form {
   /// Acts of a person on the window's frame; false if it can't be reached.
   bool Close();
   bool DragTo(int width, int height);
+  /// A person drops a file on the window; false too for a form that has no use for files. The path
+  /// is UTF-8.
+  bool DropFile(const std::string& path);
 
   /// Shown, and not behind a modal one.
   bool InFront() const;

@@ -9,6 +9,7 @@ namespace quillmark {
 
 class Form;
 class PopupMenu;
+class RowsControl;
 class Timer;
 
 enum class BoxIcon { None, Critical, Question, Information, Warning };
@@ -20,6 +21,8 @@ struct Message {
   std::vector<BoxButton> buttons = {BoxButton::OK};
   std::string title;
   std::string text;
+  /// The button that Enter presses; the display's choice where none is named.
+  std::optional<BoxButton> defaultButton = {};
 };
 
 /// A question that is answered by a line of text; `text` is what stands in it at first.
@@ -29,12 +32,16 @@ struct InputBox {
   std::string text;
 };
 
+/// A question for a file.
 struct FileRequest {
   bool save = false;
-  std::string title;
+  std::string title = {};
   /// Pairs of a caption and a pattern, all joined by "|": "SCRIPT.DAT|SCRIPT.DAT". Patterns ignore
   /// letter case.
-  std::string filter;
+  std::string filter = {};
+  /// The path of the file or folder that the dialog stands on; empty for where the last dialog of
+  /// its kind ended. To save over this file needs no question.
+  std::string proposed = {};
 };
 
 enum class Pointer { Default = 0, Hourglass = 11 };
@@ -77,6 +84,9 @@ class Screen {
   /// Width and height in pixels that `form` starts with on this display, where fonts and the size
   /// of the screen have a say in it; what it was designed with if nothing else is known.
   virtual std::pair<int, int> NaturalSize(const Form& form);
+
+  /// Scrolls a list, brought up to date first, so that `row` is in sight.
+  virtual void RevealRow(const RowsControl& /*list*/, int /*row*/) {}
 
   /// Brings every control that was marked as changed up to date. Called once per act, and before
   /// anything that waits.

@@ -47,6 +47,16 @@ void TextRows::HandleSelection() {
   if (onSelect) onSelect();
 }
 
+void ListBox::SetHint(std::string_view hint) {
+  hint_ = ShownText(hint);
+  MarkChanged();
+}
+
+void ListBox::Restart() {
+  TextRows::Restart();
+  hint_.clear();
+}
+
 bool ListBox::MousePress(MouseButton button) {
   return Act([&] {
     TakeFocus();

@@ -10,6 +10,8 @@
 
 namespace quillmark {
 
+class Button;
+
 /// Rows of one text each. A change of the selected row raises `onSelect`, whoever makes it; a write
 /// of the row that is selected already raises nothing, and so does emptying.
 class TextRows : public RowsControl {
@@ -55,11 +57,21 @@ class ListBox : public TextRows {
   std::function<void(Key)> onKeyPress;
   std::function<void(MouseButton)> onMousePress;
   std::function<void(MouseButton)> onMouseRelease;
+  /// What a double click on a row presses; null for nothing.
+  Button* doubleClickButton = nullptr;
+
+  /// Words that tell a person how rows come into the list, shown while it has none.
+  const std::string& Hint() const { return hint_; }
+  void SetHint(std::string_view hint);
 
   /// A mouse button goes down, or comes up, on it. Choosing a row is an act of its own.
   bool MousePress(MouseButton button);
   bool MouseRelease(MouseButton button);
   bool HandleKey(Key key) override;
+  void Restart() override;
+
+ private:
+  std::string hint_;
 };
 
 }  // namespace quillmark

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "core/script_model.h"
 #include "forms/editor_controls.h"
 #include "strings/level_rows.h"
@@ -11,6 +13,7 @@ struct EditorModule {
   LevelRecord ClipboardLevel;  ///< also the swap space of the moves
   Int16 ClipboardFull;
   LevelObject ObjectClip;
+  std::string LastScript;  ///< the path that was loaded or saved last
 };
 extern EditorModule EditorMod;
 

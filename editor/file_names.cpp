@@ -52,6 +52,7 @@ void Add() {
   ++TRScript.NumFileNames;
   TRScript.FileNames.RedimPreserve(TRScript.NumFileNames);
   TRScript.FileNames[frmEditor.lstFileNames.Count() - 1] = name + '\0';
+  TheDesktop().TheScreen().RevealRow(frmEditor.lstFileNames, frmEditor.lstFileNames.Count() - 1);
   Refill({&frmEditor.cmbFN});
 }
 

@@ -24,9 +24,10 @@ namespace {
 constexpr const char* kScriptFilter = "SCRIPT.DAT|SCRIPT.DAT";
 constexpr const char* kLanguageFilter = "<LANGUAGE>.DAT|*.dat";
 
-/// Path of a file that the person names; the fault of a cancelled dialog if there is none.
-std::string AskPath(bool save, const char* filter, Entry title) {
-  return TheDesktop().AskFile({save, TextOf(title), filter});
+/// Path of a file that the person names, in a dialog that stands on `proposed`; the fault of a
+/// cancelled dialog if there is none.
+std::string AskPath(bool save, const char* filter, Entry title, const std::string& proposed = {}) {
+  return TheDesktop().AskFile({save, TextOf(title), filter, proposed});
 }
 
 /// Runs the steps of one command: a cancelled file dialog ends it without a word, and any other
@@ -172,11 +173,12 @@ bool ReadPrimary(const std::string& path) {
 
 void LoadFailed() { ShowErrorEntry(Entry::LoadFailed); }
 
-void LoadSteps() {
+void LoadSteps(const std::string& proposed) {
   ForgetLanguages();
-  const std::string scriptPath = AskPath(false, kScriptFilter, Entry::OpenScriptTitle);
+  const std::string scriptPath = AskPath(false, kScriptFilter, Entry::OpenScriptTitle, proposed);
   if (scriptPath.empty()) return;
-  const std::string languagePath = AskPath(false, kLanguageFilter, Entry::OpenLanguageTitle);
+  const std::string languagePath =
+      AskPath(false, kLanguageFilter, Entry::OpenLanguageTitle, GetPath(scriptPath));
   if (languagePath.empty()) return;
   if (languagePath == scriptPath) {
     ShowErrorEntry(Entry::ScriptIsNoLanguage);
@@ -200,11 +202,13 @@ void LoadSteps() {
   EnableObjectButtons(false);
   TRScript.ScriptSaved = kOff;
   DisableCutDeleteWithoutCuts();
+  EditorMod.LastScript = scriptPath;
+  frmEditor.lstLevels.TakeFocus();
 }
 
-void Load() {
+void Load(const std::string& proposed) {
   try {
-    RunCommand(LoadSteps, LoadFailed);
+    RunCommand([&] { LoadSteps(proposed); }, LoadFailed);
   } catch (const MissingEndOfData&) {
     TheDesktop().Ask(
         {BoxIcon::None, {BoxButton::OK}, std::string(kProgramName), std::string(kMissingEnd)});
@@ -212,10 +216,16 @@ void Load() {
   }
 }
 
+void LoadDropped(const std::string& path) {
+  const bool script = UpperCased(FileNameOf(path)) == "SCRIPT.DAT";
+  if (script && frmEditor.Command7.Reachable()) Load(path);
+}
+
 // Save.
 
 void SaveSteps() {
-  const std::string path = AskPath(true, kScriptFilter, Entry::SaveScriptTitle);
+  const std::string path =
+      AskPath(true, kScriptFilter, Entry::SaveScriptTitle, EditorMod.LastScript);
   if (path.empty()) return;
   const auto withPath = [&](Entry entry) { return TextOf(entry) + Utf8ToAnsi(path) + "'"; };
   // Kept as it is: a script that can't be saved ends in a fault, never in this answer.
@@ -223,6 +233,7 @@ void SaveSteps() {
     TheDesktop().ShowError(TextOf(Entry::Error), withPath(Entry::CannotSaveScript));
     return;
   }
+  EditorMod.LastScript = path;
   if (!WriteLoadedLanguages(GetPath(path))) {
     ShowErrorEntry(Entry::CannotSaveLanguage);
     return;
@@ -275,6 +286,7 @@ void NewSteps() {
     list->AddRow("DATA\\TITLE");
   }
   TRScript.NumLevels = 1;
+  EditorMod.LastScript.clear();
   frmEditor.SetCaption("Quillmark " + VersionText() + TextOf(Entry::NewScriptCaption));
   EnableCommands();
   NameLanguages();
@@ -307,7 +319,8 @@ void ShowAbout() {
 
 void AttachScriptCommands() {
   SetStringListeners(ListStrings());
-  frmEditor.Command7.onPress = Load;
+  frmEditor.Command7.onPress = [] { Load({}); };
+  frmEditor.onFileDropped = LoadDropped;
   frmEditor.Command24.onPress = New;
   frmEditor.Command15.onPress = SaveScriptProc;
   frmEditor.Command8.onPress = [] { frmEditor.Unload(); };

@@ -30,6 +30,11 @@ struct ToolTipOf {
   void Write(const std::string& text) const { control.SetToolTip(text); }
 };
 
+struct HintOf {
+  ListBox& list;
+  void Write(const std::string& text) const { list.SetHint(text); }
+};
+
 struct HeaderOf {
   ListView& list;
   int column;
@@ -39,7 +44,7 @@ struct HeaderOf {
 /// One entry of the table and the place that it is written to.
 struct Assignment {
   Entry entry;
-  std::variant<TitleBar, CaptionOf, ToolTipOf, HeaderOf> place;
+  std::variant<TitleBar, CaptionOf, ToolTipOf, HintOf, HeaderOf> place;
 };
 
 struct FormTexts {
@@ -50,6 +55,7 @@ struct FormTexts {
 Assignment FormCaption(Entry entry, Form& form) { return {entry, TitleBar{form}}; }
 Assignment Caption(Entry entry, Control& control) { return {entry, CaptionOf{control}}; }
 Assignment ToolTip(Entry entry, Control& control) { return {entry, ToolTipOf{control}}; }
+Assignment Hint(Entry entry, ListBox& list) { return {entry, HintOf{list}}; }
 Assignment Column(Entry entry, ListView& list, int column) {
   return {entry, HeaderOf{list, column}};
 }
@@ -126,6 +132,7 @@ FormTexts EditorTexts() {
            ToolTip(Entry::FindStringTip, f.Command32),
            ToolTip(Entry::MirrorAssistantTip, f.Command10),
            ToolTip(Entry::LevelList, f.lstLevels),
+           Hint(Entry::LoadHint, f.lstLevels),
            ToolTip(Entry::FileNameList, f.lstFileNames),
            ToolTip(Entry::ObjectList, f.lstObj),
            ToolTip(Entry::CutsceneList, f.lstCuts),

@@ -5,7 +5,9 @@ namespace quillmark {
 FrmEditor frmEditor;
 
 FrmEditor::FrmEditor()
-    : Form("frmEditor", {.width = 1340, .height = 700, .sizable = true, .minimisable = true}) {}
+    : Form("frmEditor", {.width = 1340, .height = 700, .sizable = true, .minimisable = true}) {
+  lstFileNames.doubleClickButton = &Command16;
+}
 
 std::vector<std::string> FrmEditor::Numbers(int first, int last) {
   std::vector<std::string> rows;

@@ -22,7 +22,7 @@ const std::string& TextOf(Entry entry);
 /// Shows the text of `entry` as an error, under the title of all error boxes.
 void ShowErrorEntry(Entry entry);
 
-/// Asks `text` with Yes and No under the title of all questions; true for Yes.
+/// Asks `text` under the title of all questions before something goes for good; true for Yes.
 bool AskQuestion(const std::string& text);
 
 }  // namespace quillmark

@@ -1,5 +1,8 @@
 #include "ui/binding.h"
 
+#include <QDragEnterEvent>
+#include <QMimeData>
+
 #include "ui/ansi_text.h"
 #include "ui/key_events.h"
 
@@ -54,6 +57,13 @@ bool Binding::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::MouseButtonRelease:
       if (MouseReleased(static_cast<QMouseEvent&>(*event))) return true;
+      break;
+    case QEvent::DragEnter:
+      // A file is meant for the window: no box takes its path for a text.
+      if (static_cast<QDragEnterEvent&>(*event).mimeData()->hasUrls()) {
+        event->ignore();
+        return true;
+      }
       break;
     default:
       if (OtherEvent(*event)) return true;

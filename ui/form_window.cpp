@@ -4,12 +4,16 @@
 #include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDir>
+#include <QDragEnterEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
@@ -53,6 +57,12 @@ QMargins FrameOf(const QWidget& window) {
 QString WidgetName(const Control& control) {
   const QString name = QString::fromStdString(control.Name());
   return control.Index() < 0 ? name : name + QLatin1Char('_') + QString::number(control.Index());
+}
+
+/// The path of the one file that is being dragged; empty for anything else.
+QString DroppedFile(const QDropEvent& event) {
+  const QList<QUrl> urls = event.mimeData()->urls();
+  return urls.size() == 1 ? QDir::toNativeSeparators(urls.front().toLocalFile()) : QString();
 }
 
 /// A caption without mnemonic marks and without the colon that leads to a box.
@@ -101,6 +111,7 @@ FormWindow::FormWindow(Form& form, const ChosenPaths& paths)
   }
   for (ColourSwatch* swatch : content_->findChildren<ColourSwatch*>()) swatch->Follow(*content_);
   for (ColumnLabel* label : content_->findChildren<ColumnLabel*>()) label->Follow(*content_);
+  setAcceptDrops(form.onFileDropped != nullptr);
   following_.setSingleShot(true);
   connect(&following_, &QTimer::timeout, this, &FormWindow::FollowFrame);
   FindNamers();
@@ -348,6 +359,18 @@ void FormWindow::changeEvent(QEvent* event) {
   if (event->type() != QEvent::WindowStateChange || !form_.Shown() || !isVisible()) return;
   form_.SetMaximised(isMaximized());
   FollowFrame();
+}
+
+void FormWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (form_.InFront() && !DroppedFile(*event).isEmpty()) event->acceptProposedAction();
+}
+
+void FormWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  // The program that the file comes from must not have to wait for what happens now.
+  QMetaObject::invokeMethod(
+      this, [this, path = DroppedFile(*event).toStdString()] { form_.DropFile(path); },
+      Qt::QueuedConnection);
 }
 
 void FormWindow::FollowFrame() {

@@ -1,5 +1,6 @@
 #include "ui/qt_screen.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCursor>
 #include <QDir>
@@ -18,6 +19,7 @@
 #include "controls/desktop.h"
 #include "controls/form.h"
 #include "controls/menus.h"
+#include "controls/rows_control.h"
 #include "controls/timer.h"
 #include "ui/ansi_text.h"
 #include "ui/file_filters.h"
@@ -50,7 +52,7 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-QAbstractButton* AddButton(QMessageBox& box, BoxButton button) {
+QPushButton* AddButton(QMessageBox& box, BoxButton button) {
   switch (button) {
     case BoxButton::OK:
       return box.addButton(QMessageBox::Ok);
@@ -68,6 +70,24 @@ QAbstractButton* AddButton(QMessageBox& box, BoxButton button) {
   return nullptr;
 }
 
+/// Where the first dialog of a kind starts: the working folder if it has such a file.
+QString FirstFolder(const QString& filters) {
+  const QDir working = QDir::current();
+  const bool fits = !working.entryList(PatternsOf(filters), QDir::Files).isEmpty();
+  return fits ? working.absolutePath() : QDir::homePath();
+}
+
+/// Whether to save as `path`: the file that the dialog stood on is meant to be replaced, and any
+/// other only if the person says so, in the words of the desktop's own dialogs.
+bool MayWrite(const FileDialog& dialog, const QString& path, QWidget* owner) {
+  if (!QFileInfo::exists(path) || QFileInfo(path) == QFileInfo(dialog.start)) return true;
+  const QString question =
+      QCoreApplication::translate("QFileDialog", "%1 already exists.\nDo you want to replace it?");
+  return QMessageBox::warning(owner, dialog.title, question.arg(QDir::toNativeSeparators(path)),
+                              QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) == QMessageBox::Yes;
+}
+
 /// The button that closing the box by its frame presses.
 BoxButton ButtonOfFrame(const Message& box) {
   for (const BoxButton wanted :
@@ -81,7 +101,7 @@ BoxButton ButtonOfFrame(const Message& box) {
 
 }  // namespace
 
-QtScreen::QtScreen() : lastFolder_(QDir::homePath()) {
+QtScreen::QtScreen() {
   QApplication::setQuitOnLastWindowClosed(false);
   auto* const style = new ProgramStyle(QApplication::style()->name());
   style->setParent(QApplication::instance());
@@ -102,8 +122,9 @@ BoxButton QtScreen::AskMessage(const Message& box) {
   std::map<QAbstractButton*, BoxButton> answers;
   const BoxButton ofFrame = ButtonOfFrame(box);
   for (const BoxButton button : box.buttons) {
-    QAbstractButton* const pressed = AddButton(shown, button);
+    QPushButton* const pressed = AddButton(shown, button);
     answers[pressed] = button;
+    if (button == box.defaultButton) shown.setDefaultButton(pressed);
     if (button == ofFrame) shown.setEscapeButton(pressed);
   }
   // A message box sizes itself; its grid can be given the width that its title needs.
@@ -134,10 +155,14 @@ std::optional<std::string> QtScreen::AskText(const InputBox& box) {
 }
 
 std::optional<std::string> QtScreen::AskFile(const FileRequest& request) {
+  QString& folder = folders_[{request.save, request.filter}];
+  const QString filters = FileFilters(FromAnsi(request.filter));
+  if (folder.isEmpty()) folder = FirstFolder(filters);
   const auto path = AskNativeFileDialog(
-      {request.save, FromAnsi(request.title), lastFolder_, FileFilters(FromAnsi(request.filter))});
+      {request.save, FromAnsi(request.title),
+       request.proposed.empty() ? folder : QString::fromStdString(request.proposed), filters});
   if (!path || path->isEmpty()) return std::nullopt;
-  lastFolder_ = QFileInfo(*path).absolutePath();
+  folder = QFileInfo(*path).absolutePath();
   const QString native = QDir::toNativeSeparators(*path);
   paths_.Note(native);
   return native.toStdString();
@@ -145,13 +170,17 @@ std::optional<std::string> QtScreen::AskFile(const FileRequest& request) {
 
 std::optional<QString> QtScreen::AskNativeFileDialog(const FileDialog& dialog) {
   QWidget* const owner = FrontWindow();
-  const QString path =
-      dialog.save ? QFileDialog::getSaveFileName(owner, dialog.title, dialog.folder, dialog.filters,
-                                                 nullptr, kFileDialogOptions)
-                  : QFileDialog::getOpenFileName(owner, dialog.title, dialog.folder, dialog.filters,
-                                                 nullptr, kFileDialogOptions);
-  if (path.isEmpty()) return std::nullopt;
-  return path;
+  QString start = dialog.start;
+  while (true) {
+    const QString path =
+        dialog.save ? QFileDialog::getSaveFileName(owner, dialog.title, start, dialog.filters,
+                                                   nullptr, kSaveDialogOptions)
+                    : QFileDialog::getOpenFileName(owner, dialog.title, start, dialog.filters,
+                                                   nullptr, kFileDialogOptions);
+    if (path.isEmpty()) return std::nullopt;
+    if (!dialog.save || MayWrite(dialog, path, owner)) return path;
+    start = path;
+  }
 }
 
 void QtScreen::FormShown(Form& form) {
@@ -239,6 +268,13 @@ std::pair<int, int> QtScreen::Size() const {
 std::pair<int, int> QtScreen::NaturalSize(const Form& form) {
   const QSize size = WindowOf(form).NaturalSize();
   return {size.width(), size.height()};
+}
+
+void QtScreen::RevealRow(const RowsControl& list, int row) {
+  Refresh();
+  if (auto* const view = qobject_cast<QAbstractItemView*>(WidgetOf(list))) {
+    view->scrollTo(view->model()->index(row, 0));
+  }
 }
 
 void QtScreen::Refresh() {

@@ -19,7 +19,7 @@ namespace quillmark {
 struct FileDialog {
   bool save = false;
   QString title;
-  QString folder;   ///< where it starts
+  QString start;    ///< the file or folder that it stands on
   QString filters;  ///< "caption (pattern);;caption (pattern)"
 };
 
@@ -43,6 +43,7 @@ class QtScreen : public Screen {
   void SetPointer(Pointer pointer) override;
   std::pair<int, int> Size() const override;
   std::pair<int, int> NaturalSize(const Form& form) override;
+  void RevealRow(const RowsControl& list, int row) override;
   void Refresh() override;
 
   /// Delivers events until the process has ended.
@@ -73,7 +74,8 @@ class QtScreen : public Screen {
   QTimer clock_;
   Timer* timer_ = nullptr;
   bool hourglass_ = false;
-  QString lastFolder_;
+  std::map<std::pair<bool, std::string>, QString>
+      folders_;  ///< the last one of each kind of file dialog, by what it is to do and to find
   ChosenPaths paths_;
 };
 

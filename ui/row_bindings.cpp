@@ -3,10 +3,14 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QScrollBar>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
+#include "controls/buttons.h"
+#include "ui/ansi_text.h"
 #include "ui/key_events.h"
 
 namespace quillmark {
@@ -27,6 +31,7 @@ int Sum(const std::vector<int>& widths) { return std::accumulate(widths.begin(),
 
 std::vector<int> NeededPixels(const QTreeView& view, const std::vector<Column>& columns) {
   std::vector<int> widths;
+  widths.reserve(columns.size());
   for (const Column& column : columns) widths.push_back(Pixels(view, std::max(column.width, 0)));
   return widths;
 }
@@ -109,16 +114,33 @@ void ListBinding::ShowState() {
 }
 
 ListBoxBinding::ListBoxBinding(ListBox& control, QListView& widget)
-    : ListBinding(control, widget), list_(control), model_(control) {
+    : ListBinding(control, widget),
+      list_(control),
+      model_(control),
+      hint_(new QLabel(widget.viewport())) {
   Show(model_);
   widget.setUniformItemSizes(true);
+  hint_->setWordWrap(true);
+  hint_->setForegroundRole(QPalette::PlaceholderText);
+  hint_->setAlignment(Qt::AlignCenter);
+  hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  auto* const around = new QVBoxLayout(widget.viewport());
+  around->addWidget(hint_);
+}
+
+void ListBoxBinding::ShowState() {
+  ListBinding::ShowState();
+  hint_->setText(FromAnsi(list_.Hint()));
+  hint_->setVisible(list_.Count() == 0 && !list_.Hint().empty());
 }
 
 bool ListBoxBinding::MousePressed(const QMouseEvent& event) {
   const auto button = ButtonOf(event.button());
   if (!button) return false;
   const int row = RowAt(event);
-  if (list_.MousePress(*button) && *button == MouseButton::Left) list_.Choose(row);
+  const bool left = *button == MouseButton::Left;
+  if (list_.MousePress(*button) && left) list_.Choose(row);
+  doubleClicked_ = left && row >= 0 && event.type() == QEvent::MouseButtonDblClick;
   return true;
 }
 
@@ -126,6 +148,10 @@ bool ListBoxBinding::MouseReleased(const QMouseEvent& event) {
   const auto button = ButtonOf(event.button());
   if (!button) return false;
   list_.MouseRelease(*button);
+  // What opens now must not find the button down.
+  if (std::exchange(doubleClicked_, false) && list_.doubleClickButton != nullptr) {
+    list_.doubleClickButton->PressFromElsewhere();
+  }
   return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QComboBox>
+#include <QLabel>
 #include <QListView>
 #include <QTreeView>
 #include <vector>
@@ -59,11 +60,14 @@ class ListBoxBinding : public ListBinding {
 
  protected:
   bool MousePressed(const QMouseEvent& event) override;
+  void ShowState() override;
   bool MouseReleased(const QMouseEvent& event) override;
 
  private:
   ListBox& list_;
   TextsModel model_;
+  QLabel* hint_;
+  bool doubleClicked_ = false;  ///< the button that is down is so for the second time
 };
 
 class ListViewBinding : public ListBinding {

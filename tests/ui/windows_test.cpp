@@ -7,11 +7,9 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTreeView>
 #include <QWheelEvent>
@@ -27,7 +25,6 @@
 #include "forms/interface_texts.h"
 #include "forms/string_forms.h"
 #include "frame/startup.h"
-#include "platform/ansi.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 
@@ -159,40 +156,6 @@ TEST(Combos, KeepTheirRowUnderTheWheelAndOpenAsWideAsTheirRows) {
   EXPECT_GE(combo.view()->viewport()->width(),
             QFontMetrics(combo.view()->font()).horizontalAdvance(wide));
   combo.hidePopup();
-}
-
-/// A person who chooses always the same file and reads what a box says.
-class Reader : public QtScreen {
- public:
-  Reader() { TheDesktop().Attach(*this); }
-  ~Reader() override { TheDesktop().Reset(); }
-
-  QString file;
-  QString read;
-
- protected:
-  std::optional<QString> AskNativeFileDialog(const FileDialog& /*dialog*/) override { return file; }
-  void WaitFor(QWidget& window, const std::function<bool()>& /*over*/) override {
-    read = dynamic_cast<QMessageBox&>(window).text();
-  }
-};
-
-TEST(Paths, AreShownWithAllTheirLetters) {
-  Reader screen;
-  const QString path =
-      QDir::toNativeSeparators(QStringLiteral("/za\u017C\u00F3\u0142\u0107/A.DAT"));
-  screen.file = path;
-  const std::string chosen = TheDesktop().AskFile({});
-  EXPECT_EQ(chosen, path.toStdString());
-  frmEditor.Show();
-  frmEditor.SetCaption("Quillmark - " + Utf8ToAnsi(chosen));
-  TheDesktop().ShowError("", Utf8ToAnsi(chosen) + "'");
-  EXPECT_EQ(screen.read, path + QLatin1Char('\''));
-  // It looks like the first one in the code page, and is none of the title's business.
-  screen.file = QDir::toNativeSeparators(QStringLiteral("/za\u0144\u00F3\u0144\u0144/A.DAT"));
-  TheDesktop().AskFile({});
-  frmEditor.MoveTo(3, 4);
-  EXPECT_EQ(screen.WindowOf(frmEditor).windowTitle(), QStringLiteral("Quillmark - ") + path);
 }
 
 class Windows : public testing::TestWithParam<const char*> {};

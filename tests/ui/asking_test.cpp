@@ -1,0 +1,168 @@
+// What the screen asks and how a person answers: boxes, file dialogs, and what the mouse does with
+// a list beyond choosing a row.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
+#include <QListView>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include "controls/desktop.h"
+#include "forms/editor_controls.h"
+#include "platform/ansi.h"
+#include "ui/qt_screen.h"
+
+namespace quillmark {
+namespace {
+
+/// A person who chooses always the same file, and reads where a dialog stands and what a box says.
+class Reader : public QtScreen {
+ public:
+  Reader() { TheDesktop().Attach(*this); }
+  ~Reader() override { TheDesktop().Reset(); }
+
+  QString file;
+  QString start;
+  QString text;
+  QString standsOn;
+
+ protected:
+  std::optional<QString> AskNativeFileDialog(const FileDialog& dialog) override {
+    start = dialog.start;
+    return file;
+  }
+  void WaitFor(QWidget& window, const std::function<bool()>& /*over*/) override {
+    auto& box = dynamic_cast<QMessageBox&>(window);
+    text = box.text();
+    if (box.defaultButton() != nullptr) standsOn = box.defaultButton()->text().remove('&');
+  }
+};
+
+TEST(Boxes, StandOnNoBeforeSomethingGoes) {
+  Reader screen;
+  TheDesktop().AskYesNo("Title", "All?");
+  EXPECT_EQ(screen.standsOn, QStringLiteral("No"));
+}
+
+TEST(FileDialogs, ShowPathsWithAllTheirLetters) {
+  Reader screen;
+  const QString path =
+      QDir::toNativeSeparators(QStringLiteral("/za\u017C\u00F3\u0142\u0107/A.DAT"));
+  screen.file = path;
+  const std::string chosen = TheDesktop().AskFile({});
+  EXPECT_EQ(chosen, path.toStdString());
+  frmEditor.Show();
+  frmEditor.SetCaption("Quillmark - " + Utf8ToAnsi(chosen));
+  TheDesktop().ShowError("", Utf8ToAnsi(chosen) + "'");
+  EXPECT_EQ(screen.text, path + QLatin1Char('\''));
+  // It looks like the first one in the code page, and is none of the title's business.
+  screen.file = QDir::toNativeSeparators(QStringLiteral("/za\u0144\u00F3\u0144\u0144/A.DAT"));
+  TheDesktop().AskFile({});
+  frmEditor.MoveTo(3, 4);
+  EXPECT_EQ(screen.WindowOf(frmEditor).windowTitle(), QStringLiteral("Quillmark - ") + path);
+}
+
+TEST(FileDialogs, RememberTheFolderOfTheirKind) {
+  const QTemporaryDir folder;
+  const QString before = QDir::currentPath();
+  QFile script(folder.filePath(QStringLiteral("Script.dat")));
+  ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(QDir::setCurrent(folder.path()));
+  {
+    Reader screen;
+    screen.file = folder.filePath(QStringLiteral("deeper/SCRIPT.DAT"));
+    const FileRequest open = {.filter = "SCRIPT.DAT|SCRIPT.DAT"};
+    TheDesktop().AskFile(open);
+    EXPECT_EQ(screen.start, QDir::currentPath());
+    TheDesktop().AskFile({.filter = "Tables|*.bin"});
+    EXPECT_EQ(screen.start, QDir::homePath());
+    TheDesktop().AskFile(open);
+    EXPECT_EQ(screen.start, folder.filePath(QStringLiteral("deeper")));
+    TheDesktop().AskFile({.save = true, .filter = open.filter, .proposed = "/there/SCRIPT.DAT"});
+    EXPECT_EQ(screen.start, QStringLiteral("/there/SCRIPT.DAT"));
+  }
+  QDir::setCurrent(before);
+}
+
+TEST(Lists, SayHowToFillThemAndFollowTheMouse) {
+  Reader screen;
+  frmEditor.Show();
+  ListBox& list = frmEditor.lstFileNames;
+  int presses = 0;
+  frmEditor.Command16.SetEnabled(true);
+  frmEditor.Command16.onPress = [&] { ++presses; };
+  list.SetHint("Nothing yet");
+  screen.Refresh();
+  auto& view = dynamic_cast<QListView&>(*screen.WidgetOf(list));
+  const auto* const hint = view.viewport()->findChild<QLabel*>();
+  EXPECT_TRUE(hint->isVisible());
+  EXPECT_EQ(hint->text(), QStringLiteral("Nothing yet"));
+
+  for (int row = 0; row < 100; ++row) list.AddRow("name");
+  list.Select(0);
+  screen.RevealRow(list, 99);
+  EXPECT_FALSE(hint->isVisible());
+  const auto inSight = [&](int row) {
+    return view.viewport()->rect().contains(view.visualRect(view.model()->index(row, 0)));
+  };
+  EXPECT_TRUE(inSight(99));
+  EXPECT_FALSE(inSight(0));
+
+  const auto doubleClick = [&](QPointF place) {
+    for (const QEvent::Type type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, place, view.viewport()->mapToGlobal(place), Qt::LeftButton,
+                        Qt::LeftButton, Qt::NoModifier);
+      QApplication::sendEvent(view.viewport(), &event);
+    }
+  };
+  doubleClick(view.visualRect(view.model()->index(99, 0)).center());
+  EXPECT_EQ(list.Row(), 99);
+  EXPECT_EQ(presses, 1);
+  doubleClick({-1, 0});
+  EXPECT_EQ(presses, 1) << "no row, nothing to press";
+  frmEditor.Command16.onPress = nullptr;
+}
+
+TEST(Drops, BringOneFileToTheWindowAndNoPathIntoABox) {
+  Reader screen;
+  std::string dropped;
+  frmEditor.onFileDropped = [&](const std::string& path) { dropped = path; };
+  frmEditor.Show();
+  frmEditor.Frame3.SetEnabled(true);
+  screen.Refresh();
+  const QUrl file = QUrl::fromLocalFile(QStringLiteral("/there/SCRIPT.DAT"));
+  QMimeData data;
+  data.setText(file.toString());
+  const auto accepted = [&data](QWidget& widget) {
+    QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &enter);
+    return enter.isAccepted();
+  };
+  QWidget& window = screen.WindowOf(frmEditor);
+  QWidget& box = *screen.WidgetOf(frmEditor.txtTrack);
+  EXPECT_TRUE(accepted(box)) << "a text";
+  EXPECT_FALSE(accepted(window)) << "a text";
+  data.setUrls({file, file});
+  EXPECT_FALSE(accepted(box)) << "two files";
+  EXPECT_FALSE(accepted(window)) << "two files";
+  data.setUrls({file});
+  EXPECT_TRUE(accepted(window));
+  QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&window, &drop);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(dropped, QDir::toNativeSeparators(file.toLocalFile()).toStdString());
+  frmEditor.onFileDropped = nullptr;
+}
+
+}  // namespace
+}  // namespace quillmark
