@@ -1,6 +1,7 @@
 #include "ui/text_binding.h"
 
 #include <QCoreApplication>
+#include <QPainter>
 #include <QStyle>
 
 #include "ui/ansi_text.h"
@@ -9,13 +10,32 @@
 
 namespace quillmark {
 
+/// An icon inside of a box, greyed with it. A label would grey an icon that is grey already.
+class IconMark : public QWidget {
+ public:
+  explicit IconMark(QWidget* box) : QWidget(box) { setAttribute(Qt::WA_TransparentForMouseEvents); }
+
+  void Show(const QIcon& icon) {
+    icon_ = icon;
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    icon_.paint(&painter, rect(), Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  }
+
+ private:
+  QIcon icon_;
+};
+
 TextBinding::TextBinding(TextBox& control, QLineEdit& widget)
     : Binding(control, widget), box_(control), line_(widget) {
   if (box_.MaxLength() > 0) line_.setMaxLength(box_.MaxLength());
   if (line_.property("iconName").isValid()) {
     // An action of the box would be a button to a screen reader, and one that does nothing.
-    icon_ = new QLabel(&line_);
-    icon_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    icon_ = new IconMark(&line_);
     ShowIcon();
   }
   connect(&line_, &QLineEdit::textChanged, this, &TextBinding::Report);
@@ -26,9 +46,7 @@ TextBinding::TextBinding(TextBox& control, QLineEdit& widget)
 void TextBinding::ShowIcon() {
   const int size = line_.style()->pixelMetric(QStyle::PM_LineEditIconSize, nullptr, &line_);
   const int margin = line_.style()->pixelMetric(QStyle::PM_LineEditIconMargin, nullptr, &line_);
-  const QIcon icon = LineIcon(line_.property("iconName").toString(), line_.palette());
-  icon_->setPixmap(icon.pixmap(QSize(size, size), line_.devicePixelRatioF(),
-                               line_.isEnabled() ? QIcon::Normal : QIcon::Disabled));
+  icon_->Show(LineIcon(line_.property("iconName").toString(), line_.palette()));
   icon_->setGeometry(margin, (line_.height() - size) / 2, size, size);
   line_.setTextMargins(margin + size, 0, 0, 0);
 }
@@ -87,9 +105,8 @@ bool TextBinding::KeyPressed(const QKeyEvent& event) {
 }
 
 bool TextBinding::OtherEvent(QEvent& event) {
-  const bool looksDifferent = event.type() == QEvent::PaletteChange ||
-                              event.type() == QEvent::EnabledChange ||
-                              event.type() == QEvent::Resize;
+  const bool looksDifferent =
+      event.type() == QEvent::PaletteChange || event.type() == QEvent::Resize;
   if (looksDifferent && icon_ != nullptr) ShowIcon();
   return event.type() == QEvent::InputMethod && Commit(static_cast<QInputMethodEvent&>(event));
 }

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <QInputMethodEvent>
-#include <QLabel>
 #include <QLineEdit>
 
 #include "controls/text_box.h"
 #include "ui/binding.h"
 
 namespace quillmark {
+
+class IconMark;
 
 /// A box for one line of text. Editing is the widget's own; the control hears of each change of
 /// text or caret, and may replace a character before it is typed.
@@ -30,7 +31,7 @@ class TextBinding : public Binding {
 
   TextBox& box_;
   QLineEdit& line_;
-  QLabel* icon_ = nullptr;  ///< null for a box without a line icon
+  IconMark* icon_ = nullptr;  ///< null for a box without a line icon
 };
 
 }  // namespace quillmark
