@@ -179,11 +179,9 @@ class UsersCopy {
 
 QString NoFolderText(const OwnFolderPlaces& places, const QString& reason) {
   return QStringLiteral(
-             "Quillmark keeps its texts, its settings and its log in a folder of its own. Neither "
-             "of "
-             "these two can serve:\n\n%1\n%2\n\n%3")
-      .arg(QDir::toNativeSeparators(places.program), QDir::toNativeSeparators(places.user), reason)
-      .trimmed();
+             "Quillmark keeps its texts, its settings and its log in a folder of its own. "
+             "Neither of these two can serve:\n\n%1\n%2\n\n%3")
+      .arg(QDir::toNativeSeparators(places.program), QDir::toNativeSeparators(places.user), reason);
 }
 
 /// By the language's name in English, which is the name of its table.
@@ -210,7 +208,9 @@ OwnFolder PrepareOwnFolder(const OwnFolderPlaces& places) {
   if (unpacked && MayBeWritten(program)) return {.path = places.program, .trouble = {}};
   const QDir user(places.user);
   if (!user.mkpath(".") || !MayBeWritten(user)) {
-    return {.path = {}, .trouble = NoFolderText(places, {})};
+    return {.path = {},
+            .trouble = NoFolderText(
+                places, QStringLiteral("Make one of them writable, and start it again."))};
   }
   try {
     UsersCopy(unpacked ? program : QDir(places.installed), user).BringUpToDate(places.language);
