@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "driver/hands.h"
+#include "tools/json_text.h"
+
+namespace quillmark {
+
+/// What does not hold, and the line of a scenario that expects it.
+struct Finding {
+  std::string what;
+  std::string expectation;
+};
+
+/// Looks at the program after each line of a walk.
+class Checks {
+ public:
+  /// `hands` see the controls as the person does.
+  explicit Checks(Hands& hands) : hands_(hands) {}
+
+  /// Before the line is given to the driver, which waits with `prompt`.
+  void Before(const std::string& line, const std::string& prompt);
+  /// When the driver has answered by `answer` and waits with `prompt`. Throws the `Finding`.
+  void After(const std::string& answer, const std::string& prompt);
+
+ private:
+  void CheckFault(const std::string& prompt);
+  void CheckChanges();
+  void CheckFlag(const Json& now) const;
+  void CheckBounds();
+  void CheckControls(bool ready);
+  void CheckPanel();
+  void Want(const Control& control, const char* member, const Json& value);
+
+  Hands& hands_;
+  Json model_;       ///< before the line
+  std::string act_;  ///< the act that is under way; answers to its boxes belong to it
+  std::string line_;
+  int level_ = -1;      ///< the selected row before the line
+  bool boxed_ = false;  ///< the act has opened a box
+  bool refused_ = false;
+  bool broken_ = true;  ///< a load or a new script was broken off, and the model is in pieces
+  std::string savePath_;
+};
+
+}  // namespace quillmark
