@@ -1,0 +1,303 @@
+// The script as text: what becomes of it on the way there and back, and what is refused.
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "core/level_stream.h"
+#include "core/opcode_table.h"
+#include "core/script_dat.h"
+#include "strings/language_files.h"
+#include "tools/script/diff.h"
+#include "tools/script/save_losses.h"
+#include "tools/script/script_files.h"
+#include "tools/script/script_json.h"
+#include "tools/script/script_scan.h"
+#include "tools/script/show.h"
+#include "tools/script/text_form.h"
+#include "unit/core_fixture.h"
+#include "unit/script_generator.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Scripts for each game; another number may be asked for by hand.
+int GeneratedScripts() {
+  const char* wanted = std::getenv("QUILLMARK_GENERATED_SCRIPTS");
+  return wanted == nullptr ? 60 : std::atoi(wanted);
+}
+
+class ScriptToolTest : public CoreTest {
+ protected:
+  ScriptValue Read(const std::string& path, std::uint8_t game) const {
+    return ReadScript(OpenSource(path), game, Beside::Languages);
+  }
+
+  /// The script as it reads once it was saved in a folder of that name.
+  ScriptValue Rewritten(const ScriptValue& value, const std::string& folder) const {
+    fs::create_directories(Path(folder));
+    for (const NewFile& file : ScriptFiles(value)) {
+      MakeFile(Path(folder + "/" + file.path), file.bytes);
+    }
+    return Read(Path(folder), value.model.ScriptKind);
+  }
+
+  /// The files that a load and a save in the editor make of a script, by their names; none if one
+  /// of the two fails.
+  std::vector<NewFile> SavedInEditor(const std::string& path, std::uint8_t game) const {
+    TRScript = {};
+    StringsMod = {};
+    SizeOffsetArrays();
+    const std::string folder = Path("saved");
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    const std::string target = Path("saved/SCRIPT.DAT");
+    MakeFile(target, "");
+    const bool saved =
+        Outcome([&] {
+          return Load(path, game) && SaveScript(target) && WriteLoadedLanguages(folder);
+        }) == "true";
+    std::vector<NewFile> files;
+    if (!saved) return files;
+    files.push_back({"SCRIPT.DAT", Bytes(target)});
+    for (int i = 0; i < kLanguageCount; ++i) {
+      const std::string name(LanguageFileName(static_cast<Language>(i)));
+      const std::string written = Path("saved/" + name);
+      if (fs::exists(written)) files.push_back({name, Bytes(written)});
+    }
+    return files;
+  }
+
+  static ScriptValue ThroughText(const ScriptValue& value, Findings& findings) {
+    const Json json = ParseJson(JsonDocument(ScriptToJson(value, {})), findings);
+    return ScriptFromJson(json, findings);
+  }
+
+  static Findings ErrorsOf(const std::string& json) {
+    Findings findings;
+    const Json parsed = ParseJson(json, findings);
+    if (findings.empty()) ScriptFromJson(parsed, findings);
+    return findings;
+  }
+};
+
+void ExpectSameFiles(const std::vector<NewFile>& files, const std::vector<NewFile>& expected,
+                     const std::string& what) {
+  ASSERT_EQ(files.size(), expected.size()) << what;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    EXPECT_EQ(files[i].path, expected[i].path) << what;
+    EXPECT_TRUE(files[i].bytes == expected[i].bytes) << what << ", " << files[i].path;
+  }
+}
+
+std::string Lines(const Findings& findings) {
+  std::string lines;
+  for (const Finding& finding : findings) {
+    lines += std::string(finding.id) + ' ' + finding.place + '\n';
+  }
+  return lines;
+}
+
+TEST_F(ScriptToolTest, BuildsOfTheExportedSamplesWhatASaveInTheEditorWrites) {
+  for (const std::uint8_t game : {kTr4, kTr5}) {
+    const std::string path = CopySample(game == kTr4 ? "tr4" : "tr5");
+    Findings findings;
+    const std::vector<NewFile> built = ScriptFiles(ThroughText(Read(path, game), findings));
+    EXPECT_EQ(Lines(findings), "");
+    ExpectSameFiles(built, SavedInEditor(path, game), path);
+    EXPECT_EQ(built.front().bytes, Bytes(path));
+  }
+}
+
+TEST_F(ScriptToolTest, BuildsOfAnyExportedScriptWhatASaveInTheEditorWrites) {
+  int saves = 0;
+  const int wanted = GeneratedScripts();
+  for (unsigned seed = 0; saves < 2 * wanted; ++seed) {
+    ASSERT_LT(seed, 4U * static_cast<unsigned>(wanted)) << "too few can be saved";
+    ScriptGenerator generator(seed);
+    const std::uint8_t game = seed % 2 == 0 ? kTr4 : kTr5;
+    const std::string path = Path("SCRIPT.DAT");
+    MakeFile(path, generator.Script(game));
+    for (int i = 0; i < kLanguageCount; ++i) {
+      const std::string language = Path(LanguageFileName(static_cast<Language>(i)));
+      fs::remove(language);
+      if (generator.Below(5) == 0) MakeFile(language, generator.LanguageFile());
+    }
+    const std::vector<NewFile> saved = SavedInEditor(path, game);
+    if (saved.empty()) continue;
+    ++saves;
+    const ScriptValue value = Read(path, game);
+    Findings findings;
+    const ScriptValue again = ThroughText(value, findings);
+    ASSERT_FALSE(HasSeverity(findings, Severity::Error)) << seed << '\n' << Lines(findings);
+    ExpectSameFiles(ScriptFiles(again), saved, "seed " + std::to_string(seed));
+
+    // What a save loses of a stream is named exactly if the saved stream is another one.
+    const ScriptScan scan = ScanScript(value.source.bytes, FormatOf(game));
+    const Findings losses = SaveLosses(value, scan);
+    for (int i = 0; i < value.model.NumLevels; ++i) {
+      const ScannedStream& stream = scan.levels[static_cast<std::size_t>(i)];
+      const bool same = value.source.bytes.substr(stream.begin, stream.end - stream.begin) ==
+                        BuiltStream(value.model, i);
+      const bool named = std::any_of(losses.begin(), losses.end(), [&](const Finding& loss) {
+        return loss.place == LevelPlace(i);
+      });
+      EXPECT_EQ(named, !same) << "seed " << seed << ", level " << i;
+    }
+    if (HasFailure()) break;
+  }
+}
+
+TEST_F(ScriptToolTest, KeepsEveryByteOfATextInBothForms) {
+  std::string all;
+  for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+  for (const std::string& bytes :
+       {all + '\0', all, std::string(1, '\0'), std::string(), std::string("A\\x41\0", 6),
+        std::string("A\\x--\0", 6), std::string("\\x--"), std::string("\\")}) {
+    EXPECT_EQ(EntryBytes(EscapedEntry(bytes)), bytes);
+    EXPECT_EQ(EntryBytes(EscapedEntry(bytes, true)), bytes);
+  }
+  EXPECT_EQ(EscapedEntry(std::string("DATA\\A\x81\n\x80", 9)), "DATA\\A\\x81\\x0A\u20ac\\x--");
+  EXPECT_EQ(JsonDocument(EntryToJson(std::string("\x01\x7f\x81\x80\0", 5))),
+            "\"\\u0001\\u007F\\u0081\u20ac\"\n");
+  EXPECT_THROW(EntryBytes("\u0416"), NoBytes);
+  EXPECT_THROW(EntryBytes("\xFF"), NoBytes);
+}
+
+/// A script that has something of all, on two levels.
+constexpr const char* kHandWritten = R"({"Format": "quillmark-script", "Version": 1,
+  "ScriptKind": 5, "FileNames": ["T", "L"], "Levels": [{}, {"FileNameIndex": 1, "NameString": 1,
+  "NameStringText": "two", "Objects": [{"Kind": "PuzzleCombo", "Id": 4, "Combo": 2,
+  "StringId": 1, "Params": [1, -1, 2, -2, 3, -3]}], "Tr5ListA": [-2], "Cuts": [{"Type": 4,
+  "Value": 9}], "LevelFlags": ["NoLevel", "YoungLara"]}],
+  "Languages": {"US": {"Count1": 1, "Count2": 0, "Count3": 1, "Strings": ["one", "two"]}}})";
+
+TEST_F(ScriptToolTest, BuildsAHandWrittenScript) {
+  Findings findings;
+  const std::vector<NewFile> files =
+      ScriptFiles(ScriptFromJson(ParseJson(kHandWritten, findings), findings));
+  EXPECT_EQ(Lines(findings), "");
+  ASSERT_EQ(files.size(), 2U);
+  const std::string streams = Hex("82 0000 00 00 83") +
+                              Hex("c8 0100 0100 ffff 0200 feff 0300 fdff 88 09 d9 feff") +
+                              Hex("81 01 0180 01 00 83");
+  EXPECT_EQ(files[0].bytes.substr(0, 16), Hex("0000 0000 00000000 00 02 02 00 0400 2100"));
+  EXPECT_EQ(files[0].bytes.substr(56, 12 + streams.size()),
+            Hex("0000 0200 54 00 4c 00 0000 0600") + streams);
+  EXPECT_TRUE(files[0].bytes.ends_with(std::string("JAPAN.DAT\0DUTCH.DAT\0", 20)));
+  EXPECT_EQ(files[1].bytes, Hex("0100 0000 0100 0400 0000 0400 0000 0400 33323900 282b3300"));
+}
+
+TEST_F(ScriptToolTest, NamesEachThingThatCanNotBeBuilt) {
+  using Case = std::tuple<const char*, const char*, const char*>;
+  for (const auto& [before, after, expected] : std::initializer_list<Case>{
+           {"\"Version\": 1", "\"Version\": 2", "wrong-version /Version\n"},
+           {"\"ScriptKind\": 5", "\"ScriptKind\": 6", "wrong-kind /ScriptKind\n"},
+           {"\"Id\": 4", "\"Id\": 9", "no-such-object /Levels/1/Objects/0\n"},
+           {"\"Id\": 4", "\"Id\": 5", "object-without-opcode /Levels/1/Objects/0\n"},
+           {"\"Id\": 4", "\"Id\": 256",
+            "out-of-range /Levels/1/Objects/0/Id\nno-such-object /Levels/1/Objects/0\n"},
+           {"PuzzleCombo", "Examine", "no-such-object /Levels/1/Objects/0\n"},
+           {"PuzzleCombo", "Puzzel",
+            "unknown-word /Levels/1/Objects/0/Kind\nno-such-object /Levels/1/Objects/0\n"},
+           {"1, -1, 2", "1, 2", "wrong-type /Levels/1/Objects/0/Params\n"},
+           {"1, -1, 2", "1, -1, 1.5", "wrong-type /Levels/1/Objects/0/Params/2\n"},
+           {"1, -1, 2", "1, -1, 18446744073709551615",
+            "out-of-range /Levels/1/Objects/0/Params/2\n"},
+           {"\"Type\": 4", "\"Type\": 5", "out-of-range /Levels/1/Cuts/0/Type\n"},
+           {"\"NoLevel\"", "\"Nolevel\"", "unknown-word /Levels/1/LevelFlags/0\n"},
+           {"\"FileNameIndex\": 1", "\"FileNameIndex\": 2",
+            "file-name-missing /Levels/1/FileNameIndex\n"},
+           {"\"NameString\": 1,", "\"NameString\": 7,",
+            "comment-differs /Levels/1/NameStringText\nstring-missing /Levels/1/NameString\n"},
+           {"\"two\",", "\"too\",", "comment-differs /Levels/1/NameStringText\n"},
+           {"\"Tr5ListA\"", "\"Fog\": [1, 2, 3], \"Layer3\": 1, \"Tr5ListA\"",
+            "unknown-member /Levels/1/Fog\nunknown-member /Levels/1/Layer3\n"},
+           {"\"Tr5ListA\"", "\"Cuts\": [], \"Tr5ListA\"", "member-twice /Levels/1/Cuts\n"},
+           {"[\"T\", \"L\"]", "[\"T\", 3]", "wrong-type /FileNames/1\n"},
+           {"\"one\"", "\"\u0416\"", "code-page /Languages/US/Strings/0\n"},
+           {"\"one\"", "\"\\\\\"", "mask-character /Languages/US/Strings/0\n"},
+           {"\"Count2\": 0", "\"Count2\": 1", "wrong-count /Languages/US/Strings\n"},
+           {"\"US\"", "\"DUTCH\"", "unknown-language /Languages/DUTCH\n"},
+           {"\"Format\"", "\"Format", "no-json \n"}}) {
+    std::string json = kHandWritten;
+    json.replace(json.find(before), std::string(before).size(), after);
+    EXPECT_EQ(Lines(ErrorsOf(json)), expected) << after;
+  }
+}
+
+TEST_F(ScriptToolTest, NamesCountsAndSizesThatAreTooLarge) {
+  Findings findings;
+  Json json = ParseJson(kHandWritten, findings);
+  Json& level = json["Levels"][1];
+  level["Objects"] = Json(14, {{"Kind", "Key"}, {"Id", 1}, {"StringId", 1}});
+  level["Cuts"] = Json(101, {{"Type", 1}});
+  json["Levels"][0]["Tr5ListB"] = Json(33, 1);
+  json["FileNames"][0] = std::string(32767, 'x');
+  json["Languages"]["US"]["Strings"][0] = std::string(32767, 'y');
+  ScriptFromJson(json, findings);
+  EXPECT_EQ(Lines(findings),
+            "over-limit /Levels/1/Cuts\nover-limit /FileNames\nover-limit /Levels/1/Objects\n"
+            "over-limit /Languages/US\nover-limit /Languages/US\n");
+
+  findings.clear();
+  level["Objects"] = Json(13, {{"Kind", "Key"}, {"Id", 1}, {"StringId", 1}});
+  for (int i = 0; i < 39; ++i) {
+    level["Objects"].push_back({{"Kind", i < 13   ? "Puzzle"
+                                         : i < 26 ? "Pickup"
+                                                  : "PuzzleCombo"},
+                                {"Id", 1},
+                                {"StringId", 1},
+                                {"Combo", i < 26 ? 0 : 1}});
+  }
+  // 52 objects, 100 cuts, 13 words and the closing pair are 1026 bytes.
+  level["Cuts"] = Json(100, {{"Type", 1}});
+  level["Tr5ListA"] = Json(13, 1);
+  json["FileNames"][0] = "T";
+  json["Languages"]["US"]["Strings"][0] = "one";
+  ScriptFromJson(json, findings);
+  EXPECT_EQ(Lines(findings), "over-limit /Levels/1\n");
+}
+
+TEST_F(ScriptToolTest, ShowsOneFactALineUnderTheHeadingOfItsLevel) {
+  Findings findings;
+  const ScriptValue value = ScriptFromJson(ParseJson(kHandWritten, findings), findings);
+  EXPECT_EQ(ScriptText(value, 1),
+            "Level 1: L\n  NameString: 1 \"two\"\n  FileNameIndex: 1 \"L\"\n"
+            "  LevelFlags: YoungLara NoLevel\n  AudioTrack: 0\n  Cuts 0: Type 4, Value 9\n"
+            "  Objects 0: Kind PuzzleCombo, Id 4, Combo 2, StringId 1 \"two\", Params 1 -1 2 -2 3 "
+            "-3\n  Tr5ListA 0: -2\n");
+}
+
+TEST_F(ScriptToolTest, ComparesLevelsByTheirFilesAndListsByWhatTheyShare) {
+  const std::string path = CopySample("tr5");
+  const ScriptValue first = Rewritten(Read(path, kTr5), "first");
+  ScriptValue second = Read(path, kTr5);
+  EXPECT_TRUE(Differences(first, Rewritten(second, "same")).empty());
+
+  // Level 1 goes, so that the others move up; one of them gets an object in front and a new string.
+  ScriptModel& model = second.model;
+  for (int i = 1; i + 1 < model.NumLevels; ++i) model.Levels[i] = model.Levels[i + 1];
+  model.NumLevels = model.NumLevels - 1;
+  LevelRecord& level = model.Levels[1];
+  for (int i = level.ObjectCount; i > 0; --i) level.Objects[i] = level.Objects[i - 1];
+  ++level.ObjectCount;
+  level.Objects[0] = {};
+  level.Objects[0].Id = 8;
+  second.languages[0].Strings.Set(3, std::string("A\nB\0", 4));
+  std::string told;
+  for (const Difference& one : Differences(first, Rewritten(second, "second"))) {
+    if (one.name == "Number") continue;
+    told += one.part + '|' + one.name + '|' + one.first.value_or("") + '|' +
+            one.second.value_or("") + '\n';
+  }
+  EXPECT_EQ(told,
+            "Level DATA\\HALT||level 1|\n"
+            "Level DATA\\TINORCH|Objects 0||Kind Puzzle, Id 8, StringId 0 \"Nine Winters\", Params "
+            "0 0 0 0 0 0\nLanguage ENGLISH|String 3|" +
+                EscapedEntry(first.languages[0].Strings[3]) + "|A\\x0AB\n");
+}
+
+}  // namespace
+}  // namespace quillmark

@@ -1,0 +1,22 @@
+#include "tools/script/progress.h"
+
+#include <chrono>
+#include <iostream>
+#include <optional>
+
+namespace quillmark {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds kSilence(500);
+std::optional<Clock::time_point> start;
+
+}  // namespace
+
+void StartProgress() { start = Clock::now(); }
+
+void TellProgress(std::string_view step) {
+  if (start && Clock::now() - *start > kSilence) std::cerr << step << " ...\n";
+}
+
+}  // namespace quillmark

@@ -1,0 +1,467 @@
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "tools/script/progress.h"
+#include "tools/script/script_json.h"
+#include "tools/script/script_rules.h"
+#include "tools/script/text_form.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::array<std::string_view, kLanguageNameCount> kUsualLanguageNames = {
+    "ENGLISH.DAT", "FRENCH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
+    "SPANISH.DAT", "US.DAT",     "JAPAN.DAT",  "DUTCH.DAT"};
+constexpr char kMaskCharacter = 0x5C;
+constexpr std::size_t kMostEntries = 255;
+
+/// What a member that shows a reference's text said, to be looked at when all texts are known.
+struct Comment {
+  std::string place;  ///< of the reference
+  Meaning meaning;
+  std::int64_t number;
+  Json text;
+};
+
+class Reader {
+ public:
+  explicit Reader(Findings& findings) : findings_(findings) {}
+
+  ScriptValue Read(const Json& json) {
+    if (!json.is_object()) {
+      Error("wrong-type", "", "a script is an object");
+      return std::move(value_);
+    }
+    if (!ReadKind(json)) return std::move(value_);
+    TellProgress("Checking the text");
+    ReadHead(json);
+    ReadLevels(Member(json, "Levels"));
+    ReadLanguages(Member(json, "Languages"));
+    CheckScript();
+    return std::move(value_);
+  }
+
+ private:
+  using Names = std::set<std::string, std::less<>>;
+
+  void Add(std::string_view id, Severity severity, const std::string& place,
+           const std::string& sentence) {
+    findings_.push_back({id, severity, place, sentence});
+  }
+  void Error(std::string_view id, const std::string& place, const std::string& sentence) {
+    Add(id, Severity::Error, place, sentence);
+  }
+
+  /// The member, or null if there is none.
+  static const Json* Member(const Json& object, std::string_view name) {
+    const auto found = object.find(std::string(name));
+    return found == object.end() ? nullptr : &*found;
+  }
+
+  void RefuseOthers(const Json& object, const std::string& place, const Names& known) {
+    for (const auto& member : object.items()) {
+      if (known.contains(member.key())) continue;
+      Error("unknown-member", place + '/' + member.key(),
+            value_.model.ScriptKind == 0 ? "there is no such member"
+                                         : "there is no such member in a script of " +
+                                               std::string(GameName(value_.model.ScriptKind)));
+    }
+  }
+
+  bool ReadKind(const Json& json) {
+    const Json* format = Member(json, "Format");
+    const Json* version = Member(json, "Version");
+    const Json* kind = Member(json, "ScriptKind");
+    if (format == nullptr || *format != kFormatName) {
+      Error("wrong-format", "/Format", "it has to be \"" + std::string(kFormatName) + "\"");
+    } else if (version == nullptr || *version != kFormatVersion) {
+      Error("wrong-version", "/Version", "it has to be " + std::to_string(kFormatVersion));
+    } else if (kind == nullptr || (*kind != kTr4 && *kind != kTr5)) {
+      Error("wrong-kind", "/ScriptKind", "it has to be 4 for TR4 or 5 for TR5");
+    } else {
+      value_.model.ScriptKind = kind->get<int>();
+      return true;
+    }
+    return false;
+  }
+
+  // Numbers.
+
+  bool ReadNumber(const Json& json, const std::string& place, std::int64_t lowest,
+                  std::int64_t highest, std::int64_t& number) {
+    const std::string range = std::to_string(lowest) + " to " + std::to_string(highest);
+    if (!json.is_number_integer()) {
+      Error("wrong-type", place, "a whole number from " + range + " is needed");
+      return false;
+    }
+    const bool beyond = json.is_number_unsigned() && json.get<std::uint64_t>() > kLargest;
+    number = beyond ? highest : json.get<std::int64_t>();
+    if (!beyond && number >= lowest && number <= highest) return true;
+    Error("out-of-range", place, json.dump() + " is not in the range from " + range);
+    return false;
+  }
+
+  bool ReadWord(const Json& json, const std::string& place, std::span<const std::string_view> words,
+                std::size_t& index) {
+    const auto found = std::find(words.begin(), words.end(),
+                                 json.is_string() ? json.get<std::string>() : std::string());
+    if (found != words.end()) {
+      index = static_cast<std::size_t>(found - words.begin());
+      return true;
+    }
+    std::string known;
+    for (const std::string_view word : words) known += ' ' + std::string(word);
+    Error("unknown-word", place, "one of these words is needed:" + known);
+    return false;
+  }
+
+  std::int64_t ReadFlags(const Json& json, const std::string& place) {
+    std::uint16_t bits = 0;
+    if (!json.is_array()) {
+      Error("wrong-type", place, "a list of names is needed");
+      return 0;
+    }
+    for (std::size_t i = 0; i < json.size(); ++i) {
+      std::size_t bit = 0;
+      if (ReadWord(json[i], place + '/' + std::to_string(i), FlagNames(), bit)) {
+        bits = static_cast<std::uint16_t>(bits | 1U << bit);
+      }
+    }
+    return static_cast<std::int16_t>(bits);
+  }
+
+  std::int64_t ReadOnOff(const Json& json, const std::string& place) {
+    if (!json.is_boolean()) Error("wrong-type", place, "true or false is needed");
+    return json == true ? kOn : kOff;
+  }
+
+  std::int64_t ReadKindName(const Json& json, const std::string& place) {
+    std::size_t kind = 0;
+    ReadWord(json, place, KindNames(), kind);
+    return static_cast<std::int64_t>(kind);
+  }
+
+  template <class Record>
+  void ReadArray(const Json& json, const std::string& place, const NumberField<Record>& field,
+                 Record& record) {
+    if (!json.is_array() || json.size() != field.count) {
+      Error("wrong-type", place, "a list of " + std::to_string(field.count) + " numbers is needed");
+      return;
+    }
+    for (std::size_t i = 0; i < field.count; ++i) {
+      std::int64_t number = 0;
+      if (ReadNumber(json[i], place + '/' + std::to_string(i), field.lowest, field.highest,
+                     number)) {
+        field.set(record, i, number);
+      }
+    }
+  }
+
+  template <class Record>
+  void ReadField(const Json& json, const std::string& place, const NumberField<Record>& field,
+                 Record& record) {
+    if (field.isArray) return ReadArray(json, place, field, record);
+    switch (field.meaning) {
+      case Meaning::OnOff:
+        return field.set(record, 0, ReadOnOff(json, place));
+      case Meaning::Flags:
+        return field.set(record, 0, ReadFlags(json, place));
+      case Meaning::Kind:
+        return field.set(record, 0, ReadKindName(json, place));
+      default:
+        std::int64_t number = 0;
+        if (ReadNumber(json, place, field.lowest, field.highest, number)) {
+          field.set(record, 0, number);
+        }
+    }
+  }
+
+  // Records.
+
+  /// Reads the fields that `object` has; those that it lacks stay zero. Their names go to `known`.
+  template <class Record>
+  void ReadFields(const Json& object, const std::string& place, Record& record, Names& known) {
+    for (const NumberField<Record>& field : FieldsOf(record)) {
+      if (!HasField(value_.model.ScriptKind, field.games)) continue;
+      known.emplace(field.name);
+      const std::string at = place + '/' + std::string(field.name);
+      const Json* member = Member(object, field.name);
+      if (member != nullptr) ReadField(*member, at, field, record);
+      if (field.meaning != Meaning::String && field.meaning != Meaning::FileName) continue;
+      known.insert(CommentName(field.name));
+      const Json* comment = Member(object, CommentName(field.name));
+      if (comment == nullptr) continue;
+      comments_.push_back({at, field.meaning, field.get(record, 0), *comment});
+    }
+  }
+
+  template <class Entry>
+  void ReadEntry(const Json& json, const std::string& place, Entry& entry) {
+    if constexpr (std::is_same_v<Entry, Int16>) {
+      ReadField(json, place, FieldsOf(entry).front(), entry);
+    } else if (json.is_object()) {
+      Names known;
+      ReadFields(json, place, entry, known);
+      RefuseOthers(json, place, known);
+    } else {
+      Error("wrong-type", place, "an object is needed");
+    }
+  }
+
+  /// The list itself if it is one of at most `most` entries.
+  const Json* ListOf(const Json* list, const std::string& place, std::size_t most) {
+    if (list == nullptr) return nullptr;
+    if (!list->is_array()) {
+      Error("wrong-type", place, "a list is needed");
+    } else if (list->size() > most) {
+      Error("over-limit", place,
+            std::to_string(list->size()) + " entries; " + std::to_string(most) + " are the most");
+    } else {
+      return list;
+    }
+    return nullptr;
+  }
+
+  void ReadLevel(const Json& json, const std::string& place, LevelRecord& level) {
+    if (!json.is_object()) return Error("wrong-type", place, "an object is needed");
+    Names known;
+    ReadFields(json, place, level, known);
+    WithEachList(level, [&](const char* name, Games games, auto& count, auto& entries) {
+      if (!HasField(value_.model.ScriptKind, games)) return;
+      known.emplace(name);
+      const std::string at = place + '/' + name;
+      const Json* list = ListOf(Member(json, name), at, entries.size());
+      if (list == nullptr) return;
+      for (std::size_t i = 0; i < list->size(); ++i) {
+        ReadEntry((*list)[i], at + '/' + std::to_string(i), entries[i]);
+      }
+      count = list->size();
+    });
+    RefuseOthers(json, place, known);
+    CheckObjects(level, place);
+    CheckCuts(level, place);
+  }
+
+  void CheckObjects(const LevelRecord& level, const std::string& place) {
+    for (int i = 0; i < level.ObjectCount; ++i) {
+      const LevelObject& object = level.Objects[i];
+      const OpcodeUse use = OpcodeOf(object, value_.model.ScriptKind);
+      if (use == OpcodeUse::Both) continue;
+      const std::string at = place + "/Objects/" + std::to_string(i);
+      if (use == OpcodeUse::ReadOnly) {
+        Add("object-without-opcode", Severity::Warning, at,
+            "no opcode is written for it, which breaks the stream");
+      } else {
+        Error("no-such-object", at,
+              std::string(GameName(value_.model.ScriptKind)) +
+                  " has no object of this kind with this Id and Combo");
+      }
+    }
+  }
+
+  void CheckCuts(const LevelRecord& level, const std::string& place) {
+    for (int i = 0; i < level.CutCount; ++i) {
+      const int type = level.Cuts[i].Type;
+      if (type >= 1 && type <= 4) continue;
+      Error("out-of-range", place + "/Cuts/" + std::to_string(i) + "/Type",
+            std::to_string(type) + " is not in the range from 1 to 4");
+    }
+  }
+
+  // The script.
+
+  std::string ReadEntryText(const Json& json, const std::string& place) {
+    const Json* text = &json;
+    bool terminated = true;
+    if (json.is_object()) {
+      text = Member(json, "Text");
+      const Json* unterminated = Member(json, "Unterminated");
+      terminated = unterminated == nullptr || *unterminated != true;
+      RefuseOthers(json, place, {"Text", "Unterminated"});
+    }
+    if (text == nullptr || !text->is_string()) {
+      Error("wrong-type", place, "a text is needed");
+      return {};
+    }
+    try {
+      return InCodePage(text->get<std::string>()) + (terminated ? std::string(1, '\0') : "");
+    } catch (const NoBytes& trouble) {
+      Error("code-page", place, trouble.what());
+      return {};
+    }
+  }
+
+  void ReadExtensions(const Json& json, Names& known) {
+    for (const ExtensionField& field : ExtensionFields()) {
+      known.emplace(field.name);
+      const Json* member = Member(json, field.name);
+      if (member == nullptr) continue;
+      const std::string place = '/' + std::string(field.name);
+      std::string text = ReadEntryText(*member, place);
+      if (text.ends_with('\0')) text.pop_back();
+      if (text.size() > kExtensionLength) {
+        Error("over-limit", place, std::to_string(kExtensionLength) + " letters are the most");
+        continue;
+      }
+      text.resize(kExtensionLength, '\0');
+      value_.model.*field.member = text;
+    }
+  }
+
+  void ReadFileNames(const Json* member) {
+    const Json* list = ListOf(member, "/FileNames", kMostEntries);
+    const std::size_t count = list == nullptr ? 0 : list->size();
+    value_.model.NumFileNames = count;
+    value_.model.FileNames.Redim(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      value_.model.FileNames[i] = ReadEntryText((*list)[i], "/FileNames/" + std::to_string(i));
+    }
+  }
+
+  void ReadLanguageNames(const Json* list) {
+    for (int i = 0; i < kLanguageNameCount; ++i) {
+      value_.model.LanguageNames[i] =
+          std::string(kUsualLanguageNames[static_cast<std::size_t>(i)]) + '\0';
+    }
+    if (list == nullptr) return;
+    if (!list->is_array() || list->size() != kLanguageNameCount) {
+      return Error("wrong-type", "/LanguageNames",
+                   "a list of " + std::to_string(kLanguageNameCount) + " names is needed");
+    }
+    for (std::size_t i = 0; i < list->size(); ++i) {
+      value_.model.LanguageNames[i] =
+          ReadEntryText((*list)[i], "/LanguageNames/" + std::to_string(i));
+    }
+  }
+
+  void ReadHead(const Json& json) {
+    Names known = {"Format", "Version",   "ScriptKind", "FileNames", "LanguageNames",
+                   "Levels", "Languages", "lost",       "$schema"};
+    ReadFields(json, "", value_.model, known);
+    ReadExtensions(json, known);
+    ReadFileNames(Member(json, "FileNames"));
+    ReadLanguageNames(Member(json, "LanguageNames"));
+    RefuseOthers(json, "", known);
+  }
+
+  void ReadLevels(const Json* member) {
+    if (member == nullptr) Error("missing-member", "/Levels", "a list of levels is needed");
+    const Json* list = ListOf(member, "/Levels", kMostEntries);
+    const std::size_t count = list == nullptr ? 0 : list->size();
+    value_.model.NumLevels = count;
+    value_.model.Levels.Redim(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      ReadLevel((*list)[i], LevelPlace(static_cast<int>(i)), value_.model.Levels[i]);
+    }
+  }
+
+  void ReadLanguages(const Json* languages) {
+    if (languages == nullptr) return;
+    if (!languages->is_object()) return Error("wrong-type", "/Languages", "an object is needed");
+    for (const auto& member : languages->items()) {
+      const std::string place = "/Languages/" + member.key();
+      Language language{};
+      if (!FindLanguage(member.key() + ".DAT", language)) {
+        Error("unknown-language", place, "there is no such language");
+      } else if (!member.value().is_object()) {
+        Error("wrong-type", place, "an object is needed");
+      } else {
+        ReadLanguage(member.value(), place, value_.languages[static_cast<int>(language)]);
+      }
+    }
+  }
+
+  void ReadLanguage(const Json& json, const std::string& place, LanguageSlot& slot) {
+    constexpr std::array<std::pair<const char*, Int16 LanguageSlot::*>, 3> kCounts = {
+        {{"Count1", &LanguageSlot::Count1},
+         {"Count2", &LanguageSlot::Count2},
+         {"Count3", &LanguageSlot::Count3}}};
+    std::int64_t total = 0;
+    for (const auto& [name, count] : kCounts) {
+      const Json* member = Member(json, name);
+      std::int64_t number = 0;
+      if (member != nullptr &&
+          ReadNumber(*member, place + '/' + name, kLowestWord, kHighestWord, number)) {
+        slot.*count = number;
+        total += number;
+      }
+    }
+    RefuseOthers(json, place, {"Count1", "Count2", "Count3", "Strings"});
+    ReadStrings(Member(json, "Strings"), place + "/Strings", total, slot);
+  }
+
+  void ReadStrings(const Json* member, const std::string& place, std::int64_t total,
+                   LanguageSlot& slot) {
+    const Json* list = ListOf(member, place, kOffsetPlaces);
+    if (list == nullptr || std::ssize(*list) != total) {
+      if (list != nullptr || member == nullptr) {
+        Error("wrong-count", place,
+              "Count1, Count2 and Count3 make " + std::to_string(total) + " strings, not " +
+                  std::to_string(list == nullptr ? 0 : list->size()));
+      }
+      return;
+    }
+    slot.Total = total;
+    slot.Strings.Redim(total);
+    slot.Offsets.Redim(kOffsetPlaces - 1);
+    slot.Loaded = kOn;
+    for (std::size_t i = 0; i < list->size(); ++i) {
+      const std::string at = place + '/' + std::to_string(i);
+      const std::string text = ReadEntryText((*list)[i], at);
+      if (text.find(kMaskCharacter) != std::string::npos) {
+        Error("mask-character", at,
+              "a language file can't hold a backslash: it would read as a zero");
+      }
+      slot.Strings.Set(i, text);
+    }
+  }
+
+  void CheckScript() {
+    for (Finding& finding : LimitFindings(value_)) {
+      if (finding.severity == Severity::Error) findings_.push_back(std::move(finding));
+    }
+    if (value_.model.NumFileNames == 0) {
+      Add("no-file-names", Severity::Warning, "/FileNames",
+          "there is no file name, and what is built can't be read back");
+    }
+    const std::set<std::string> missing = CheckComments();
+    for (Finding& finding : ReferenceFindings(value_)) {
+      // What was exported with a reference to nothing is built as it was.
+      if (missing.contains(finding.place)) finding.severity = Severity::Warning;
+      findings_.push_back(std::move(finding));
+    }
+  }
+
+  /// Gives the references to nothing that are said to be just that.
+  std::set<std::string> CheckComments() {
+    std::set<std::string> missing;
+    for (const Comment& comment : comments_) {
+      const Json text = ReferenceText(value_, comment.meaning, comment.number);
+      if (comment.text.is_null()) missing.insert(comment.place);
+      const bool unknown = comment.meaning == Meaning::String && LoadedLanguages(value_).empty();
+      if (unknown || comment.text == text) continue;
+      Add("comment-differs", Severity::Warning, CommentName(comment.place),
+          "it is ignored, and says " + comment.text.dump(-1, ' ', false, kReplace) + ", but " +
+              std::to_string(comment.number) + " is " + text.dump(-1, ' ', false, kReplace));
+    }
+    return missing;
+  }
+
+  static constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
+  static constexpr std::int64_t kLowestWord = std::numeric_limits<std::int16_t>::min();
+  static constexpr std::int64_t kHighestWord = std::numeric_limits<std::int16_t>::max();
+  static constexpr auto kReplace = Json::error_handler_t::replace;
+
+  ScriptValue value_;
+  Findings& findings_;
+  std::vector<Comment> comments_;
+};
+
+}  // namespace
+
+ScriptValue ScriptFromJson(const Json& json, Findings& findings) {
+  return Reader(findings).Read(json);
+}
+
+}  // namespace quillmark

@@ -1,0 +1,168 @@
+#include "tools/script/text_form.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "platform/ansi.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+constexpr std::string_view kEscape = "\\x";
+constexpr std::string_view kUnterminated = "\\x--";
+constexpr std::size_t kEscapeLength = 4;
+
+/// The bytes without a character that can be seen, beside those below a blank.
+constexpr std::array<unsigned, 6> kUnseen = {0x7F, 0x81, 0x8D, 0x8F, 0x90, 0x9D};
+
+bool IsSeen(unsigned byte) {
+  return byte >= ' ' && std::find(kUnseen.begin(), kUnseen.end(), byte) == kUnseen.end();
+}
+
+bool IsHexPair(std::string_view digits) {
+  return digits.size() == 2 &&
+         digits.find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
+}
+
+bool BeginsEscape(std::string_view text) {
+  return text.starts_with(kUnterminated) ||
+         (text.starts_with(kEscape) && IsHexPair(text.substr(kEscape.size(), 2)));
+}
+
+/// The bytes of `text`, escapes apart, and what it says of its own end.
+std::string Unescaped(std::string_view text) {
+  std::string bytes;
+  std::size_t plainFrom = 0;
+  const auto takePlain = [&](std::size_t to) {
+    bytes += InCodePage(text.substr(plainFrom, to - plainFrom));
+  };
+  for (std::size_t at = text.find('\\'); at != std::string_view::npos; at = text.find('\\', at)) {
+    const std::string_view digits = text.substr(at).substr(0, kEscapeLength);
+    if (!BeginsEscape(digits) || digits == kUnterminated) {
+      ++at;
+      continue;
+    }
+    takePlain(at);
+    unsigned byte = 0;
+    std::from_chars(digits.data() + kEscape.size(), digits.data() + digits.size(), byte, 16);
+    bytes += static_cast<char>(static_cast<unsigned char>(byte));
+    at += kEscapeLength;
+    plainFrom = at;
+  }
+  takePlain(text.size());
+  return bytes;
+}
+
+/// The lists that have a line for each entry.
+bool IsLongList(std::string_view name) {
+  constexpr std::array<std::string_view, 6> kNames = {"FileNames", "LanguageNames", "Levels",
+                                                      "Objects",   "Strings",       "lost"};
+  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+}
+
+/// Whether the members of an object stand on lines of their own; every other value is one line.
+bool HasLongList(const Json& value) {
+  if (!value.is_object()) return false;
+  const auto members = value.items();
+  return std::any_of(members.begin(), members.end(), [](const auto& member) {
+    return IsLongList(member.key()) || HasLongList(member.value());
+  });
+}
+
+void AppendLine(std::string& text, const Json& value) {
+  text += value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+void AppendValue(std::string& text, const Json& value, std::string_view name, std::size_t depth) {
+  const bool list = value.is_array() && IsLongList(name);
+  if (value.empty() || (!list && !HasLongList(value))) return AppendLine(text, value);
+  const std::string indent(2 * depth + 2, ' ');
+  text += list ? "[\n" : "{\n";
+  std::size_t left = value.size();
+  for (const auto& [key, member] : value.items()) {
+    text += indent;
+    if (!list) {
+      AppendLine(text, key);
+      text += ": ";
+    }
+    AppendValue(text, member, list ? "" : key, depth + 1);
+    text += --left > 0 ? ",\n" : "\n";
+  }
+  text.append(2 * depth, ' ') += list ? ']' : '}';
+}
+
+}  // namespace
+
+std::string EscapedText(std::string_view bytes, bool keepLineEnds) {
+  std::string text;
+  text.reserve(bytes.size());
+  std::size_t seenFrom = 0;
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    const unsigned byte = static_cast<unsigned char>(bytes[at]);
+    if (bytes[at] == '\\' ? !BeginsEscape(bytes.substr(at, kEscapeLength)) : IsSeen(byte)) continue;
+    if (keepLineEnds && bytes[at] == '\n') continue;
+    text += AnsiToUtf8(bytes.substr(seenFrom, at - seenFrom));
+    text += {'\\', 'x', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
+    seenFrom = at + 1;
+  }
+  return text += AnsiToUtf8(bytes.substr(seenFrom));
+}
+
+std::string EscapedEntry(std::string_view entry, bool keepLineEnds) {
+  if (!entry.ends_with('\0')) {
+    return EscapedText(entry, keepLineEnds) + std::string(kUnterminated);
+  }
+  return EscapedText(entry.substr(0, entry.size() - 1), keepLineEnds);
+}
+
+std::string EntryBytes(std::string_view text) {
+  if (!text.ends_with(kUnterminated)) return Unescaped(text) + '\0';
+  return Unescaped(text.substr(0, text.size() - kUnterminated.size()));
+}
+
+std::string InCodePage(std::string_view text) {
+  std::string bytes = Utf8ToAnsi(text);
+  if (AnsiToUtf8(bytes) == text) return bytes;
+  // Name the first letter that has no byte: the longest start that survives ends in front of it.
+  std::size_t start = 0;
+  std::size_t end = 0;
+  while (end < text.size()) {
+    start = end++;
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) ++end;
+    const std::string_view letter = text.substr(start, end - start);
+    if (AnsiToUtf8(Utf8ToAnsi(letter)) != letter) {
+      throw NoBytes("the letter '" + std::string(letter) + "' is not in the code page");
+    }
+  }
+  throw NoBytes("the text is no UTF-8");
+}
+
+Json EntryToJson(std::string_view entry) {
+  if (entry.ends_with('\0')) return AnsiToUtf8(entry.substr(0, entry.size() - 1));
+  return {{"Text", AnsiToUtf8(entry)}, {"Unterminated", true}};
+}
+
+std::string JsonDocument(const Json& value) {
+  std::string plain;
+  AppendValue(plain, value, "", 0);
+  std::string text;
+  text.reserve(plain.size());
+  for (std::size_t at = 0; at < plain.size(); ++at) {
+    const unsigned byte = static_cast<unsigned char>(plain[at]);
+    const unsigned next = at + 1 < plain.size() ? static_cast<unsigned char>(plain[at + 1]) : 0;
+    const bool twoByteControl = byte == 0xC2 && next < 0xA0;
+    if (byte != 0x7F && !twoByteControl) {
+      text += plain[at];
+      continue;
+    }
+    const unsigned control = twoByteControl ? next : byte;
+    text += "\\u00";
+    text += {kHexDigits[control >> 4U], kHexDigits[control & 0xFU]};
+    at += twoByteControl ? 1 : 0;
+  }
+  return text += '\n';
+}
+
+}  // namespace quillmark

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillmark {
+
+/// The bytes of the file at `path`. Throws the file fault if there is none, if it has more than
+/// `most` bytes or can't be read.
+std::string ReadWholeFile(std::string_view path, std::int64_t most);
+/// The same for standard input.
+std::string ReadStandardInput(std::int64_t most);
+
+struct NewFile {
+  std::string path;
+  std::string bytes;
+};
+
+/// Puts all files in their places or none: each is written whole beside its place, and then they
+/// take their names, in place of what stood there. If one can't, the others get their former
+/// content back. Throws the file fault.
+void WriteWholeFiles(const std::vector<NewFile>& files);
+
+}  // namespace quillmark
