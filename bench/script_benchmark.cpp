@@ -26,6 +26,12 @@
 #include "platform/files.h"
 #include "platform/little_endian.h"
 #include "strings/language_files.h"
+#include "tools/script/check.h"
+#include "tools/script/save_losses.h"
+#include "tools/script/script_json.h"
+#include "tools/script/script_scan.h"
+#include "tools/script/show.h"
+#include "tools/script/text_form.h"
 
 namespace quillmark {
 namespace {
@@ -192,6 +198,29 @@ void LoadLanguages(benchmark::State& state, const std::string& bytes) {
     used = BytesOnHeap() - before;
   }
   state.counters["MiB"] = static_cast<double>(used) / (1U << 20U);
+}
+
+// What the tool does between the start of its process and its output.
+
+void ShowText(const std::string& folder) {
+  benchmark::DoNotOptimize(
+      ScriptText(ReadScript(OpenSource(folder), {}, Beside::Languages), std::nullopt));
+}
+
+void CheckFile(const std::string& folder) {
+  const ScriptSource source = OpenSource(folder);
+  benchmark::DoNotOptimize(CheckScript(source, ChooseGame(source)));
+}
+
+void ExportJson(const std::string& folder) {
+  const ScriptValue value = ReadScript(OpenSource(folder), {}, Beside::Languages);
+  const ScriptScan scan = ScanScript(value.source.bytes, FormatOf(value.model.ScriptKind));
+  benchmark::DoNotOptimize(JsonDocument(ScriptToJson(value, SaveLosses(value, scan))));
+}
+
+void RunTool(benchmark::State& state, const Case& chosen, void (*work)(const std::string& folder)) {
+  const CaseFolder folder(chosen);
+  for (auto _ : state) work(folder.Path().string());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-// A script of one game: whatever loads or fails can be listed, and what can be saved loads again to
-// the same listing but for what a save is known to lose.
+// A script of one game: whatever loads or fails can be listed and checked, what can be saved loads
+// again to the same listing but for what a save is known to lose, and the text that it is exported
+// to builds the same file.
 
 #include <nlohmann/json.hpp>
 
@@ -10,6 +11,13 @@
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "tools/listing.h"
+#include "tools/script/check.h"
+#include "tools/script/save_losses.h"
+#include "tools/script/script_files.h"
+#include "tools/script/script_json.h"
+#include "tools/script/script_scan.h"
+#include "tools/script/show.h"
+#include "tools/script/text_form.h"
 
 namespace quillmark {
 namespace {
@@ -76,8 +84,27 @@ Json KeptListing() {
   return listing;
 }
 
+/// What the tool builds of its own text of the script; nothing if it refuses the one or the other.
+std::string BuiltOfText() {
+  const ScriptSource source = OpenSource(InWorkspace(kScriptName));
+  CheckScript(source, kGame);
+  try {
+    const ScriptValue value = ReadScript(source, kGame, Beside::Nothing);
+    ScriptText(value, std::nullopt);
+    const Findings losses = SaveLosses(value, ScanScript(source.bytes, FormatOf(kGame)));
+    Findings findings;
+    const Json json = ParseJson(JsonDocument(ScriptToJson(value, losses)), findings);
+    const ScriptValue again = ScriptFromJson(json, findings);
+    if (HasSeverity(findings, Severity::Error)) return {};
+    return ScriptFiles(again).front().bytes;
+  } catch (const Trouble&) {
+    return {};
+  }
+}
+
 void TestScript(std::string_view script) {
   PutFile(kScriptName, script);
+  const std::string builtOfText = BuiltOfText();
   const bool loaded = Load();
   ListScript();
   Require(FileBytes(kScriptName) == script, "a load leaves the file alone");
@@ -89,6 +116,7 @@ void TestScript(std::string_view script) {
   }
   const Json saved = KeptListing();
   const std::string firstFile = FileBytes(kScriptName);
+  Require(builtOfText == firstFile, "the tool builds of the exported text what a save writes");
   const bool readable = SaveIsReadable();
   Require(Save() && FileBytes(kScriptName) == firstFile, "a second save gives the same file");
 
