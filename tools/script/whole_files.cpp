@@ -9,6 +9,7 @@
 
 #include "platform/fault.h"
 #include "platform/system_path.h"
+#include "platform/system_write.h"
 
 namespace quillmark {
 namespace {
@@ -33,46 +34,60 @@ std::string ReadUpTo(std::istream& input, std::string_view name, std::int64_t mo
 }
 
 /// A file on its way to its place, with the one that stood there kept until all is done.
-class Replacement {
+class Arrival {
  public:
-  explicit Replacement(const NewFile& file) : name_(file.path), place_(SystemPath(file.path)) {
-    fresh_ = place_;
+  explicit Arrival(const NewFile& file)
+      : name_(file.path),
+        place_(BehindLinks(SystemPath(file.path))),
+        fresh_(place_),
+        former_(place_) {
     fresh_ += ".quillmark-new";
-    former_ = place_;
     former_ += ".quillmark-old";
-    std::ofstream output(fresh_, std::ios::binary | std::ios::trunc);
-    output.write(file.bytes.data(), static_cast<std::streamsize>(file.bytes.size()));
-    output.close();
-    if (output) return;
-    Forget();
-    ThrowFile(name_, "can't be written");
+    Refuse(MakeNewFile(fresh_));
+    if (const std::error_code error = WriteToDisk(fresh_, file.bytes).error) {
+      RemoveFile(fresh_);
+      Refuse(error);
+    }
+    if (IsThere(place_)) CopyRights(place_, fresh_);
   }
-  ~Replacement() { Forget(); }
-  Replacement(const Replacement&) = delete;
-  Replacement& operator=(const Replacement&) = delete;
+  ~Arrival() {
+    if (arrived_) TakeBack();
+    RemoveFile(fresh_);
+  }
+  Arrival(const Arrival&) = delete;
+  Arrival& operator=(const Arrival&) = delete;
 
-  void PutInPlace() {
+  void Arrive() {
     std::error_code error;
     if (IsThere(place_)) {
-      fs::rename(place_, former_, error);
-      if (error) ThrowFile(name_, "can't be replaced: " + error.message());
+      if (GiveSecondName(place_, former_)) fs::copy_file(place_, former_, error);
+      Refuse(error);
       hasFormer_ = true;
+      error = TakeName(fresh_, place_, former_);
+    } else {
+      fs::rename(fresh_, place_, error);
     }
-    fs::rename(fresh_, place_, error);
-    if (error) ThrowFile(name_, "can't be put in its place: " + error.message());
-    inPlace_ = true;
+    arrived_ = !error;
+    if (error) TakeBack();
+    Refuse(error);
   }
-  void Keep() {
+  void Stay() {
+    arrived_ = false;
     if (hasFormer_) RemoveFile(former_);
-    inPlace_ = hasFormer_ = false;
+    FlushFolderOf(place_);
   }
 
  private:
-  void Forget() {
-    if (inPlace_) RemoveFile(place_);
+  void Refuse(const std::error_code& error) const {
+    if (error) ThrowFile(name_, "can't be written: " + error.message());
+  }
+  void TakeBack() {
     std::error_code ignored;
-    if (hasFormer_) fs::rename(former_, place_, ignored);
-    RemoveFile(fresh_);
+    if (hasFormer_) {
+      fs::rename(former_, place_, ignored);
+    } else if (arrived_) {
+      RemoveFile(place_);
+    }
   }
 
   std::string name_;
@@ -80,7 +95,7 @@ class Replacement {
   fs::path fresh_;
   fs::path former_;
   bool hasFormer_ = false;
-  bool inPlace_ = false;
+  bool arrived_ = false;
 };
 
 }  // namespace
@@ -96,10 +111,10 @@ std::string ReadWholeFile(std::string_view path, std::int64_t most) {
 std::string ReadStandardInput(std::int64_t most) { return ReadUpTo(std::cin, "-", most); }
 
 void WriteWholeFiles(const std::vector<NewFile>& files) {
-  std::list<Replacement> replacements;
-  for (const NewFile& file : files) replacements.emplace_back(file);
-  for (Replacement& replacement : replacements) replacement.PutInPlace();
-  for (Replacement& replacement : replacements) replacement.Keep();
+  std::list<Arrival> arrivals;
+  for (const NewFile& file : files) arrivals.emplace_back(file);
+  for (Arrival& arrival : arrivals) arrival.Arrive();
+  for (Arrival& arrival : arrivals) arrival.Stay();
 }
 
 }  // namespace quillmark
