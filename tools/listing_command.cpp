@@ -117,7 +117,7 @@ int RunListing(const std::string& program, const std::vector<std::string>& words
   }
   try {
     SetProgramFolder(GetPath(AbsolutePath(program)));
-    return Run(request);
+    return WithMemoryFaults([&request] { return Run(request); });
   } catch (const Fault& fault) {
     std::cerr << FaultName(fault.kind()) << ": " << fault.what() << '\n';
     return kFaulted;
