@@ -22,6 +22,7 @@
 #include "bench/temporary_folder.h"
 #include "core/script_dat.h"
 #include "core/script_model.h"
+#include "frame/recovery.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/little_endian.h"
@@ -159,6 +160,22 @@ void Save(benchmark::State& state, const Case& chosen) {
       [&] { std::for_each(files.begin(), files.end(), WritePlainly); });
 }
 
+/// One look at a script that has changed since the last one, and the copy that follows from it; and
+/// one at a script that has not.
+void LookForUnsaved(benchmark::State& state, bool changed) {
+  const TemporaryFolder folder;
+  FillLargestScript(kTr4, kMostLevels);
+  Recovery recovery;
+  std::vector<double> looks;
+  for (auto _ : state) {
+    if (changed) TRScript.ScriptFrameRate = TRScript.ScriptFrameRate == 30 ? 25 : 30;
+    looks.push_back(Seconds([&] { recovery.Look(); }));
+    state.SetIterationTime(looks.back());
+  }
+  state.counters["us"] = Shortest(looks) * kMicroseconds;
+  state.counters["longest_us"] = *std::max_element(looks.begin(), looks.end()) * kMicroseconds;
+}
+
 std::string UsualLanguage() {
   std::ifstream file(QUILLMARK_SAMPLES "/tr4/ENGLISH.DAT", std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
@@ -233,6 +250,8 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark(("load/" + chosen.name).c_str(), Load, chosen)->UseManualTime();
     benchmark::RegisterBenchmark(("save/" + chosen.name).c_str(), Save, chosen)->UseManualTime();
   }
+  benchmark::RegisterBenchmark("look/unchanged", LookForUnsaved, false)->UseManualTime();
+  benchmark::RegisterBenchmark("look/changed", LookForUnsaved, true)->UseManualTime();
   benchmark::RegisterBenchmark("languages/usual", LoadLanguages, UsualLanguage());
   benchmark::RegisterBenchmark("languages/damaged", LoadLanguages, DamagedLanguage());
   benchmark::RunSpecifiedBenchmarks();

@@ -32,6 +32,23 @@ void Desktop::AfterWaiting() const {
   if (ended_) throw ProcessEnd{};
 }
 
+template <class Question>
+auto Desktop::AnswerOf(const Question& ask) {
+  /// An answer may not come at all, but be an end of the process.
+  struct Counted {
+    explicit Counted(int& count) : count_(count) { ++count_; }
+    ~Counted() { --count_; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+    int& count_;
+  };
+  ClosePopup();
+  const Counted box(openBoxes_);
+  auto answer = ask(BeforeWaiting());
+  AfterWaiting();
+  return answer;
+}
+
 void Desktop::RunAct(std::string_view operation, const std::function<void()>& act) {
   if (ended_) return;
   try {
@@ -49,6 +66,7 @@ void Desktop::RunAct(std::string_view operation, const std::function<void()>& ac
   if (ended_) return;
   SettleFocus();
   TheScreen().Refresh();
+  if (!BoxIsOpen() && listeners_.actIsOver) listeners_.actIsOver();
 }
 
 void Desktop::ShowFault(std::string_view operation, FaultKind kind, std::string_view text) {
@@ -79,6 +97,7 @@ void Desktop::TellKeptContents() {
 }
 
 void Desktop::End() {
+  if (!ended_ && listeners_.ending) listeners_.ending();
   ended_ = true;
   Files.CloseAll();
 }
@@ -94,10 +113,7 @@ BoxButton Desktop::Ask(const Message& box) {
   Message shown = box;
   shown.title = ShownText(box.title);
   shown.text = ShownText(box.text);
-  ClosePopup();
-  const BoxButton answer = BeforeWaiting().AskMessage(shown);
-  AfterWaiting();
-  return answer;
+  return AnswerOf([&](Screen& screen) { return screen.AskMessage(shown); });
 }
 
 void Desktop::ShowError(std::string_view title, std::string_view text) {
@@ -113,19 +129,14 @@ bool Desktop::AskYesNo(std::string_view title, std::string_view text) {
 }
 
 std::optional<std::string> Desktop::AskText(const InputBox& box) {
-  ClosePopup();
-  auto answer =
-      BeforeWaiting().AskText({ShownText(box.prompt), ShownText(box.title), ShownText(box.text)});
-  AfterWaiting();
-  return answer;
+  const InputBox shown = {ShownText(box.prompt), ShownText(box.title), ShownText(box.text)};
+  return AnswerOf([&](Screen& screen) { return screen.AskText(shown); });
 }
 
 std::string Desktop::AskFile(const FileRequest& request) {
-  ClosePopup();
   FileRequest shown = request;
   shown.title = ShownText(request.title);
-  auto answer = BeforeWaiting().AskFile(shown);
-  AfterWaiting();
+  const auto answer = AnswerOf([&](Screen& screen) { return screen.AskFile(shown); });
   if (!answer) {
     throw Fault(FaultKind::Cancelled,
                 "the dialog was cancelled (number " + std::to_string(kCancelledNumber) + ")");
@@ -203,6 +214,8 @@ void Desktop::Reset() {
   screen_ = nullptr;
   startingUp_ = true;
   ended_ = false;
+  openBoxes_ = 0;
+  listeners_ = {};
   popup_ = nullptr;
   timer_ = nullptr;
   pointer_ = Pointer::Default;

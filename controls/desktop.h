@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "controls/screen.h"
@@ -15,6 +16,13 @@ class Control;
 
 /// The program's name as it stands in titles of the platform's own boxes.
 inline constexpr std::string_view kProgramName = "Quillmark";
+
+/// Who is told of the end of acts, and must not throw. Routines that are left empty are passed
+/// over.
+struct ActListeners {
+  std::function<void()> actIsOver;  ///< an act is over, and no box or file dialog is open
+  std::function<void()> ending;     ///< the process comes to its end; once
+};
 
 /// The process's side of the display: which forms are shown, in which order, what waits, and the
 /// one boundary around each act.
@@ -30,6 +38,10 @@ class Desktop {
   /// date. "End" and `ProcessEnd` end the process: `Ended` is true from then on, and nothing runs
   /// any more.
   void RunAct(std::string_view operation, const std::function<void()>& act);
+  /// Names who is told from now on.
+  void SetActListeners(ActListeners listeners) { listeners_ = std::move(listeners); }
+  /// Whether a box or a file dialog waits for its answer.
+  bool BoxIsOpen() const { return openBoxes_ > 0; }
   /// Until this is called a fault can only end the process.
   void StartUpIsOver() { startingUp_ = false; }
   bool Ended() const { return ended_; }
@@ -80,6 +92,9 @@ class Desktop {
   Screen& BeforeWaiting();
   /// Throws `ProcessEnd` if the process came to its end while something waited.
   void AfterWaiting() const;
+  /// What a box or a file dialog answers, which `ask` opens on the display that it is given.
+  template <class Question>
+  auto AnswerOf(const Question& ask);
   void ShowFault(std::string_view operation, FaultKind kind, std::string_view text);
   /// Says of each content that could not be put in its place where it is.
   void TellKeptContents();
@@ -89,6 +104,8 @@ class Desktop {
   Screen* screen_ = nullptr;
   bool startingUp_ = true;
   bool ended_ = false;
+  int openBoxes_ = 0;
+  ActListeners listeners_;
   std::vector<Form*> forms_;
   std::vector<Form*> shown_;
   std::vector<Control*> changed_;

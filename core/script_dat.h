@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/script_model.h"
+
 namespace quillmark {
 
 /// The file number that a script is read and written under.
@@ -31,6 +33,10 @@ bool LoadScript(const std::string& path, const LoadCallbacks& callbacks);
 /// by the script of the model. True when it was written; every trouble is a fault, with the file in
 /// whatever state it reached and the file numbers 1 and 3 left as they were at that moment.
 bool SaveScript(const std::string& path);
+
+/// The bytes that `SaveScript` would write, without any file. What it computes on the way goes into
+/// `script`. Throws the faults of the data that `SaveScript` throws.
+std::string SavedBytes(ScriptModel& script);
 
 /// Makes the stream of `Levels[level]` from its groups, puts it on disk as `scriptdata.tmp`, counts
 /// `LevelOffsets[level + 1]` on from `LevelOffsets[level]`, and takes what the file holds into

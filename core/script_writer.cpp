@@ -141,4 +141,24 @@ bool SaveScript(const std::string& path) {
   return true;
 }
 
+std::string SavedBytes(ScriptModel& script) {
+  const StreamFormat& format = FormatOf(script.ScriptKind);
+  std::string bytes;
+  const Sink write = [&bytes](std::string_view more) { bytes += more; };
+  const LevelBuild build = [&](int level) {
+    std::string stream;
+    AppendStream(script.Levels[level], level == 0, format, stream);
+    CountStream(script, level, stream);
+    TakeStream(script.LevelRaw[level], stream);
+  };
+  Prepare(script);
+  WriteHead(script, write);
+  WriteFileNames(script, write);
+  WriteLevelOffsets(script, build, write);
+  WriteLevels(script, write);
+  WriteLanguageNames(script, write);
+  const std::string size = WordBytes(script.ScriptDataSize);
+  return bytes.replace(kScriptDataSizePosition, size.size(), size);
+}
+
 }  // namespace quillmark

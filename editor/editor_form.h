@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "core/script_model.h"
@@ -71,6 +72,16 @@ void SaveScriptProc();
 
 /// Shows the box about the program. No control is bound to it.
 void ShowAbout();
+
+/// Who is told of what happens to the script as a whole, and must not throw. Routines that are left
+/// empty are passed over.
+struct ScriptListeners {
+  std::function<void()> replacing;  ///< Load or New begins, and all is still as it was
+  std::function<void()> replaced;   ///< it is over, whatever came of it
+  std::function<void()> saved;      ///< the script and its languages are on disk
+};
+/// Names who is told from now on.
+void SetScriptListeners(ScriptListeners listeners);
 
 // Each attaches the handlers of its subject; together once, before the main form is loaded.
 

@@ -2,6 +2,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "controls/desktop.h"
 #include "core/level_stream.h"
@@ -23,6 +24,21 @@ namespace {
 
 constexpr const char* kScriptFilter = "SCRIPT.DAT|SCRIPT.DAT";
 constexpr const char* kLanguageFilter = "<LANGUAGE>.DAT|*.dat";
+
+ScriptListeners listeners;
+
+void Tell(const std::function<void()>& listener) {
+  if (listener) listener();
+}
+
+/// Stands around the steps that replace the script, which may end in a fault or with the process.
+class Replacing {
+ public:
+  Replacing() { Tell(listeners.replacing); }
+  ~Replacing() { Tell(listeners.replaced); }
+  Replacing(const Replacing&) = delete;
+  Replacing& operator=(const Replacing&) = delete;
+};
 
 /// Path of a file that the person names, in a dialog that stands on `proposed`; the fault of a
 /// cancelled dialog if there is none.
@@ -206,7 +222,12 @@ void LoadSteps(const std::string& proposed) {
   frmEditor.lstLevels.TakeFocus();
 }
 
+<<<<<<< HEAD
 void Load(const std::string& proposed) {
+=======
+void Load() {
+  const Replacing script;
+>>>>>>> ea21b31 (Keep copies of what was never saved)
   try {
     RunCommand([&] { LoadSteps(proposed); }, LoadFailed);
   } catch (const MissingEndOfData&) {
@@ -238,6 +259,7 @@ void SaveSteps() {
     ShowErrorEntry(Entry::CannotSaveLanguage);
     return;
   }
+  Tell(listeners.saved);
   TheDesktop().Ask({BoxIcon::Information,
                     {BoxButton::OK},
                     TextOf(Entry::SaveDoneTitle),
@@ -304,7 +326,10 @@ void SaveFailed() {
 
 }  // namespace
 
-void New() { UnlessCancelled(NewSteps); }
+void New() {
+  const Replacing script;
+  UnlessCancelled(NewSteps);
+}
 
 void SaveScriptProc() { RunCommand(SaveSteps, SaveFailed); }
 
@@ -316,6 +341,8 @@ void ShowAbout() {
                         "\n\nCreato da Dorvane\n\n"
                         "Help: Start -> Programmi -> Quillmark -> Manuale.pdf"});
 }
+
+void SetScriptListeners(ScriptListeners newListeners) { listeners = std::move(newListeners); }
 
 void AttachScriptCommands() {
   SetStringListeners(ListStrings());

@@ -60,6 +60,10 @@ std::string ProgramPath(std::string_view name);
 /// The present date and time in the system's own short form, as ANSI text.
 std::string PresentTime();
 
+/// The present date and time in a form that sorts and that any file may be named by, such as
+/// "2004-11-05 18.30.00".
+std::string PresentTimeAsName();
+
 /// ASCII letters in capitals; all other bytes stay.
 std::string UpperCased(std::string_view text);
 

@@ -73,10 +73,19 @@ std::error_code RemoveFile(const fs::path& path) {
   return error;
 }
 
-std::string PresentTime() {
+namespace {
+
+std::tm LocalTime() {
   const std::time_t now = std::time(nullptr);
   std::tm parts{};
   localtime_r(&now, &parts);
+  return parts;
+}
+
+}  // namespace
+
+std::string PresentTime() {
+  const std::tm parts = LocalTime();
   std::ostringstream text;
   try {
     text.imbue(std::locale(""));
@@ -85,6 +94,14 @@ std::string PresentTime() {
   }
   text << std::put_time(&parts, "%x %X");
   return Utf8ToAnsi(text.str());
+}
+
+std::string PresentTimeAsName() {
+  const std::tm parts = LocalTime();
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  text << std::put_time(&parts, "%Y-%m-%d %H.%M.%S");
+  return text.str();
 }
 
 }  // namespace quillmark

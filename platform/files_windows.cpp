@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <iomanip>
+#include <locale>
+#include <sstream>
+#include <utility>
 
 #include "platform/ansi.h"
 #include "platform/files.h"
@@ -108,6 +112,20 @@ std::string PresentTime() {
   GetLocalTime(&now);
   return Utf8ToAnsi(PathText(Formatted(GetDateFormatW, DATE_SHORTDATE, now) + L' ' +
                              Formatted(GetTimeFormatW, 0, now)));
+}
+
+std::string PresentTimeAsName() {
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  text << std::setfill('0') << std::setw(4) << now.wYear;
+  for (const auto& [separator, part] :
+       {std::pair('-', now.wMonth), std::pair('-', now.wDay), std::pair(' ', now.wHour),
+        std::pair('.', now.wMinute), std::pair('.', now.wSecond)}) {
+    text << separator << std::setw(2) << part;
+  }
+  return text.str();
 }
 
 }  // namespace quillmark

@@ -1,6 +1,9 @@
 #include "strings/language_files.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <limits>
 #include <utility>
 
 #include "core/script_model.h"
@@ -127,8 +130,13 @@ void TellStrings(const LanguageSlot& slot, bool namesFromPool) {
   }
 }
 
-void WriteNumbers(LanguageSlot& slot, const std::array<Int16 LanguageSlot::*, 3>& fields) {
-  for (const auto field : fields) Files.WriteInt16(kWriteNumber, slot.*field);
+using Sink = std::function<void(std::string_view bytes)>;
+
+void WriteNumbers(const LanguageSlot& slot, const std::array<Int16 LanguageSlot::*, 3>& fields,
+                  const Sink& write) {
+  std::string numbers;
+  for (const auto field : fields) AppendNumber(numbers, slot.*field);
+  write(numbers);
 }
 
 void SumSizes(LanguageSlot& slot) {
@@ -143,7 +151,7 @@ void SumSizes(LanguageSlot& slot) {
 }
 
 /// Offsets in front of one that has no place or no room in its type still get into the file.
-void WriteOffsets(LanguageSlot& slot, int count) {
+void WriteOffsets(LanguageSlot& slot, int count, const Sink& write) {
   const int places = std::min(count, static_cast<int>(slot.Offsets.size()));
   int i = 0;
   for (; i < places; ++i) {
@@ -153,20 +161,53 @@ void WriteOffsets(LanguageSlot& slot, int count) {
   }
   std::string numbers;
   AppendNumbers(numbers, slot.Offsets.First(i));
-  Files.WriteText(kWriteNumber, numbers);
+  write(numbers);
   if (i < count) slot.Offsets[i] = slot.Strings.SizeOfFirst(i);
 }
 
-void WriteSlot(LanguageSlot& slot) {
-  WriteNumbers(slot, kCounts);
+void WriteSlot(LanguageSlot& slot, const Sink& write) {
+  WriteNumbers(slot, kCounts, write);
   SumSizes(slot);
-  WriteNumbers(slot, kSizes);
+  WriteNumbers(slot, kSizes, write);
 
   // Kept as it is: string 0 and its offset are written even if there are none.
   const int count = std::max<int>(1, slot.Total);
-  WriteOffsets(slot, count);
+  WriteOffsets(slot, count, write);
   // Sizes and offsets that fit their numbers leave little to write, whatever was cut.
-  Files.WriteText(kWriteNumber, Scrambled(slot.Strings.JoinFirst(count)));
+  write(Scrambled(slot.Strings.JoinFirst(count)));
+}
+
+std::string BytesOfSlot(LanguageSlot slot) {
+  std::string bytes;
+  WriteSlot(slot, [&bytes](std::string_view more) { bytes += more; });
+  return bytes;
+}
+
+/// Empties the strings that leave no room for those behind them.
+void EmptyStringsWithoutRoom(LanguageSlot& slot) {
+  constexpr std::size_t mostBytes = std::numeric_limits<std::int16_t>::max();
+  const std::string empty(1, '\0');
+  std::string texts;
+  std::vector<std::size_t> lengths;
+  for (int i = 0; i < slot.Total; ++i) {
+    const std::string_view text = slot.Strings[i];
+    const auto behind = static_cast<std::size_t>(slot.Total - i - 1);
+    const bool fits = texts.size() + text.size() + behind <= mostBytes;
+    lengths.push_back(fits ? text.size() : empty.size());
+    texts += fits ? text : empty;
+  }
+  slot.Strings.Cut(texts, slot.Total,
+                   [&lengths](int i) { return lengths[static_cast<std::size_t>(i)]; });
+}
+
+FileCopy CopyOfSlot(const LanguageSlot& slot) {
+  try {
+    return {.name = {}, .bytes = BytesOfSlot(slot)};
+  } catch (const Fault&) {
+    LanguageSlot shortened = slot;
+    EmptyStringsWithoutRoom(shortened);
+    return {.name = {}, .bytes = BytesOfSlot(shortened), .whole = false};
+  }
 }
 
 }  // namespace
@@ -212,7 +253,10 @@ bool ReadLanguage(Language language, const std::string& path) {
 bool WriteLanguage(Language language, const std::string& path) {
   return TellingFaults(kWriteNumber, language, FileWork::Write, [&] {
     Files.OpenBinary(kWriteNumber, path);
-    WriteUpToFault(kWriteNumber, [language] { WriteSlot(Slot(language)); });
+    WriteUpToFault(kWriteNumber, [language] {
+      WriteSlot(Slot(language),
+                [](std::string_view bytes) { Files.WriteText(kWriteNumber, bytes); });
+    });
     Files.CloseFiles();
     return true;
   });
@@ -228,6 +272,20 @@ bool WriteLoadedLanguages(const std::string& folder) {
     return !IsOn(Slot(language).Loaded) ||
            WriteLanguage(language, JoinPath(folder, LanguageFileName(language)));
   });
+}
+
+std::vector<FileCopy> CopiesOfLoadedLanguages() {
+  std::vector<FileCopy> copies;
+  for (const Language language : kSaveOrder) {
+    if (!IsOn(Slot(language).Loaded)) continue;
+    try {
+      copies.push_back(CopyOfSlot(Slot(language)));
+      copies.back().name = LanguageFileName(language);
+    } catch (const Fault&) {
+      continue;  // the others are worth keeping without it
+    }
+  }
+  return copies;
 }
 
 void SetPrimaryLanguage(Language language) {

@@ -3,7 +3,9 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "core/script_copy.h"
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
 #include "strings/text_array.h"
@@ -88,6 +90,11 @@ void ReadFoundLanguage(std::string_view fileName, const std::string& path);
 /// Writes every loaded language to its file in `folder`, in the order of a save. Ends with false at
 /// the first one that can't be written.
 bool WriteLoadedLanguages(const std::string& folder);
+
+/// What `WriteLoadedLanguages` would write now, file by file. Nothing is changed by it. In a
+/// language that is too large for its file the strings that have no room are empty; one with more
+/// strings than places is left out.
+std::vector<FileCopy> CopiesOfLoadedLanguages();
 
 /// Makes the slot the string pool. Throws the subscript fault for more strings than places.
 void SetPrimaryLanguage(Language language);

@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "controls/desktop.h"
+#include "frame/recovery.h"
 #include "frame/startup.h"
 #include "platform/files.h"
 #include "ui/icons.h"
@@ -35,6 +36,9 @@ int main(int argc, char* argv[]) {
   SetTrash(MoveToTrash);
   QtScreen screen;
   TheDesktop().Attach(screen);
+  KeepRecoveryCopies();
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, KeepWhatIsUnsaved);
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, KeepWhatIsUnsaved);
   StartProcess();
   screen.RunUntilEnded();
   return 0;

@@ -1,0 +1,129 @@
+#include "frame/recovery_folder.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "platform/fault.h"
+#include "platform/files.h"
+#include "platform/system_path.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kMostCopies = 10;
+constexpr const char* kFolder = "recovered";
+constexpr const char* kNote = "copy.txt";
+/// Behind the name of a folder that is not whole yet, or any more.
+constexpr const char* kUnfinished = " unfinished";
+
+// The disk is not told to flush: that would hold the user up for longer than the whole rest. So a
+// power cut may cost the newest copy, and leaves the one before it.
+void Write(const fs::path& path, std::string_view bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) throw Fault(FaultKind::File, "'" + PathText(path) + "' can't be written");
+}
+
+std::string Content(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The note's line about one file, by which the file is known again. The sum is FNV-1a.
+std::string NoteLine(const std::string& name, std::string_view bytes) {
+  std::uint64_t sum = 0xcbf29ce484222325U;
+  for (const char byte : bytes) sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100000001b3U;
+  std::ostringstream line;
+  line << name << ", " << bytes.size() << " bytes, sum " << std::hex << sum << "\n";
+  return line.str();
+}
+
+std::string NoteOf(const std::vector<FileCopy>& files) {
+  std::string note =
+      "This is what Quillmark held in memory and nobody had saved. To go on with it, load the\n"
+      "SCRIPT.DAT of this folder, or copy the files over yours.\n"
+      "As long as nothing in it is changed, the program removes this folder when it has made ten\n"
+      "newer ones. Rename the folder to keep it.\n\n";
+  for (const FileCopy& file : files) {
+    note += NoteLine(file.name, file.bytes);
+    if (!file.whole) note += "  Not whole: what has no room in such a file was left out.\n";
+  }
+  return note;
+}
+
+bool IsNamedByTime(const fs::path& folder) {
+  static const std::regex form(R"(\d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d( \(\d\))?)");
+  return std::regex_match(PathText(folder.filename()), form);
+}
+
+/// Whether the folder holds nothing but what was put there, so that nobody misses it.
+bool IsAsItWasMade(const fs::path& folder) {
+  const std::string note = Content(folder / kNote);
+  const fs::directory_iterator files(folder);
+  return std::all_of(begin(files), end(files), [&](const fs::directory_entry& file) {
+    if (!file.is_regular_file() || file.is_symlink()) return false;
+    const std::string name = PathText(file.path().filename());
+    return name == kNote || note.find(NoteLine(name, Content(file.path()))) != std::string::npos;
+  });
+}
+
+fs::path Unfinished(fs::path folder) { return folder += kUnfinished; }
+
+void RemoveOldest(const fs::path& recovered) {
+  std::vector<fs::path> copies;
+  for (const fs::directory_entry& entry : fs::directory_iterator(recovered)) {
+    if (entry.is_directory() && !entry.is_symlink() && IsNamedByTime(entry.path())) {
+      copies.push_back(entry.path());
+    }
+  }
+  std::sort(copies.rbegin(), copies.rend());
+  for (std::size_t i = kMostCopies; i < copies.size(); ++i) {
+    if (!IsAsItWasMade(copies[i])) continue;
+    fs::rename(copies[i], Unfinished(copies[i]));
+    fs::remove_all(Unfinished(copies[i]));
+  }
+}
+
+/// Makes the folder for what will be named by the present time, and gives that name. Another
+/// process may be at it in the same second.
+fs::path BeginCopy(const fs::path& recovered) {
+  const std::string time = PresentTimeAsName();
+  for (int i = 1; i <= 9; ++i) {
+    fs::path name = recovered / (i == 1 ? time : time + " (" + std::to_string(i) + ")");
+    if (IsThere(name) || !fs::create_directory(Unfinished(name))) continue;
+    if (!IsThere(name)) return name;
+    fs::remove(Unfinished(name));
+  }
+  throw Fault(FaultKind::File, "there is no free name in '" + PathText(recovered) + "'");
+}
+
+}  // namespace
+
+void PutIntoRecoveryFolder(const std::vector<FileCopy>& files) {
+  const fs::path recovered = FormOfSystem(ProgramPath(kFolder));
+  fs::create_directories(recovered);
+  const fs::path name = BeginCopy(recovered);
+  const fs::path folder = Unfinished(name);
+  try {
+    for (const FileCopy& file : files) Write(folder / file.name, file.bytes);
+    Write(folder / kNote, NoteOf(files));
+    fs::rename(folder, name);
+  } catch (...) {
+    std::error_code passedOver;
+    fs::remove_all(folder, passedOver);
+    throw;
+  }
+  RemoveOldest(recovered);
+}
+
+}  // namespace quillmark
