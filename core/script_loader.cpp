@@ -42,7 +42,7 @@ void ReadFileNames(ByteReader& bytes, const LoadCallbacks& callbacks) {
   bytes.ReadNumbers(TRScript.FileNameOffsets.First(count));
   for (int i = 0; i < count; ++i) {
     const Int16 length = EntryLength(TRScript.FileNameOffsets, i, count, TRScript.FileNamesSize);
-    TRScript.FileNames[i] = bytes.ReadText(length + 1);
+    TRScript.FileNames[i] = bytes.ReadText(std::int64_t{length.value()} + 1);
     Call(callbacks.fileNameRead, TRScript.FileNames[i]);
   }
 }

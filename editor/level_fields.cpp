@@ -97,7 +97,7 @@ void AttachCombos() {
 }
 
 void ShowAtMostHighestByte(TextBox& box) {
-  if (NumberAtStart(box.Text()) > kHighestByte) box.SetText(std::to_string(kHighestByte));
+  if (ValueAtStart(box.Text()) > kHighestByte) box.SetText(std::to_string(kHighestByte));
 }
 
 // Arrays of numeric boxes: a key in one of them stores all of them.

@@ -187,6 +187,19 @@ bool ReadPrimary(const std::string& path) {
   return true;
 }
 
+/// Runs the loader; where it gives up, the file names that it has shown by then go again.
+bool LoadOrClearNames(const std::string& path) {
+  const auto clearNames = [] { frmEditor.lstFileNames.Clear(); };
+  try {
+    if (LoadScript(path, LoadListeners())) return true;
+  } catch (const Fault&) {
+    clearNames();
+    throw;
+  }
+  clearNames();
+  return false;
+}
+
 void LoadFailed() { ShowErrorEntry(Entry::LoadFailed); }
 
 void LoadSteps(const std::string& proposed) {
@@ -201,8 +214,7 @@ void LoadSteps(const std::string& proposed) {
     return;
   }
   EmptyLists();
-  if (!LoadScript(scriptPath, LoadListeners())) {
-    frmEditor.lstFileNames.Clear();
+  if (!LoadOrClearNames(scriptPath)) {
     LoadFailed();
     return;
   }

@@ -50,7 +50,7 @@ bool IsAllDigits(std::string_view text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
 }
 
-std::int64_t NumberAtStart(std::string_view text) {
+double ValueAtStart(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);
@@ -63,9 +63,10 @@ std::int64_t NumberAtStart(std::string_view text) {
     const bool tooGreat = text.find_first_of("123456789") < text.find('.');
     value = tooGreat ? std::numeric_limits<double>::max() : 0;
   }
-  const std::int64_t whole = RoundedNumber(value);
-  return negative ? -whole : whole;
+  return negative ? -value : value;
 }
+
+std::int64_t NumberAtStart(std::string_view text) { return RoundedNumber(ValueAtStart(text)); }
 
 std::int64_t WholeNumber(std::string_view text) { return RoundedNumber(RequireNumber(text)); }
 

@@ -29,8 +29,12 @@ std::int64_t RoundedNumber(double number);
 bool IsAllDigits(std::string_view text);
 
 /// The number that `text` begins with, behind blanks and with a sign and a fraction if there are
-/// any, rounded to the nearest whole one; 0 if it begins with none. A number that no field of the
-/// model can hold comes back as one that no field can hold either.
+/// any; 0 if it begins with none. One beyond the range of a 64-bit float comes back as its
+/// greatest.
+double ValueAtStart(std::string_view text);
+
+/// The same, rounded to the nearest whole one. A number that no field of the model can hold comes
+/// back as one that no field can hold either.
 std::int64_t NumberAtStart(std::string_view text);
 
 /// The number that the whole of `text` is, rounded alike. Throws the type fault if it is none.

@@ -34,6 +34,8 @@ struct LanguageSlot {
 };
 
 struct StringsModule {
+  StringsModule() { StringPool.Redim(kOffsetPlaces - 1); }
+
   FixedArray<LanguageSlot, kLanguageCount> Slots;
   /// The second set, which the string editor keeps for its Cancel.
   FixedArray<LanguageSlot, kLanguageCount> Copies;

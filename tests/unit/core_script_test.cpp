@@ -61,7 +61,7 @@ TEST_F(CoreScriptTest, SavesBothSamplesByteForByteAndTwiceTheSame) {
   }
 }
 
-TEST_F(CoreScriptTest, GivesADefinedResultForEveryTruncation) {
+TEST_F(CoreScriptTest, EndsAmissWhereItsLevelsAreCutBehindTheirClosingElement) {
   for (const std::uint8_t game : {kTr4, kTr5}) {
     const std::string path = CopySample(game == kTr4 ? "tr4" : "tr5");
     const std::string whole = Bytes(path);
@@ -76,13 +76,12 @@ TEST_F(CoreScriptTest, GivesADefinedResultForEveryTruncation) {
           last ? names : block + static_cast<std::size_t>(TRScript.LevelOffsets[level + 1].value());
       for (std::size_t left = 1; left < (level == 0 ? 6U : 7U); ++left) amiss.insert(end - left);
     }
-    for (std::size_t size = 0; size < whole.size(); ++size) {
+    for (std::size_t size = block; size < whole.size(); ++size) {
       MakeFile(Path("cut"), whole.substr(0, size));
       TRScript.LanguageNames = {};
       for (LevelRawEntry& raw : TRScript.LevelRaw) raw.Length = 0;
       Files.CloseAll();
       const std::string outcome = Loading(Path("cut"), game);
-      if (size < block) continue;  // the tables are cut: whatever it is, it is one of the outcomes
       EXPECT_EQ(outcome, amiss.contains(size) ? "missing end" : "true") << size;
     }
   }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace quillmark {
 namespace {
 
@@ -29,6 +31,77 @@ TEST(NumberTextTest, RoundsAHalfToTheEvenNeighbour) {
                                                    {2147483647.5, 2147483648},
                                                    {1e300, 1'000'000'000'000'000}};
   for (const auto& [number, rounded] : cases) EXPECT_EQ(RoundedNumber(number), rounded);
+}
+
+TEST(NumberTextTest, ReadsANumberAtTheStartOfAText) {
+  const std::string far(400, '9');
+  const std::pair<std::string, double> cases[] = {{"", 0},
+                                                  {" ", 0},
+                                                  {"  12x", 12},
+                                                  {"-7 8", -7},
+                                                  {"+7", 7},
+                                                  {"--7", 0},
+                                                  {"255.4", 255.4},
+                                                  {".5.5", 0.5},
+                                                  {".", 0},
+                                                  {"1e3", 1},
+                                                  {"inf", 0},
+                                                  {"x1", 0},
+                                                  {"0." + std::string(400, '0') + "1", 0},
+                                                  {far, std::numeric_limits<double>::max()},
+                                                  {"-" + far, -std::numeric_limits<double>::max()}};
+  for (const auto& [text, number] : cases) EXPECT_EQ(ValueAtStart(text), number) << text;
+  const std::pair<std::string, std::int64_t> rounded[] = {
+      {"2.5", 2}, {"3.5", 4}, {"-3.5", -4}, {"255.4", 255}, {far, 1'000'000'000'000'000}};
+  for (const auto& [text, number] : rounded) EXPECT_EQ(NumberAtStart(text), number) << text;
+}
+
+TEST(NumberTextTest, TakesAWholeTextOrFaults) {
+  EXPECT_EQ(WholeNumber(" 12.5 "), 12);
+  EXPECT_EQ(RequireNumber("-0.25"), -0.25);
+  for (const char* text : {"", "12x", "0x1"}) {
+    try {
+      WholeNumber(text);
+      ADD_FAILURE() << text;
+    } catch (const Fault& fault) {
+      EXPECT_EQ(fault.kind(), FaultKind::Type);
+      EXPECT_EQ(fault.what(), "'" + std::string(text) + "' is not a number");
+    }
+  }
+}
+
+TEST(NumberTextTest, ReadsDigitsUpToTheFirstOther) {
+  const std::pair<const char*, std::uint64_t> hex[] = {
+      {"", 0},
+      {"g", 0},
+      {"12G4", 0x12},
+      {"fFfF", 0xffff},
+      {" 1", 0},
+      {"-1", 0},
+      {"0", 0},
+      {"80000000", 0x80000000U},
+      {"ffffffffffffffff", std::numeric_limits<std::uint64_t>::max()},
+      {"10000000000000000", std::numeric_limits<std::uint64_t>::max()}};
+  for (const auto& [text, number] : hex) EXPECT_EQ(HexAtStart(text), number) << text;
+  const std::pair<const char*, int> digits[] = {{"", 0},
+                                                {"x", 0},
+                                                {"007x", 7},
+                                                {"-1", 0},
+                                                {"2147483647", 2147483647},
+                                                {"2147483648", 2147483647},
+                                                {"99999999999 ", 2147483647}};
+  for (const auto& [text, number] : digits) EXPECT_EQ(DigitsAtStart(text), number) << text;
+  for (const char* text : {"0", "0123456789"}) EXPECT_TRUE(IsAllDigits(text)) << text;
+  for (const char* text : {"", " 1", "1 ", "-1", "1.0", "/", ":", "\xB2"}) {
+    EXPECT_FALSE(IsAllDigits(text)) << text;
+  }
+}
+
+TEST(NumberTextTest, WritesNumbers) {
+  const std::pair<std::uint32_t, const char*> cases[] = {
+      {0, "0"}, {9, "9"}, {10, "A"}, {0xC00, "C00"}, {0xFFFFFFFFU, "FFFFFFFF"}};
+  for (const auto& [number, text] : cases) EXPECT_EQ(HexText(number), text);
+  EXPECT_EQ(DecimalText(Int16(-32768)), "-32768");
 }
 
 }  // namespace
