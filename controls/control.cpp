@@ -60,6 +60,11 @@ void Control::SetToolTip(std::string_view toolTip) {
   MarkChanged();
 }
 
+void Control::SetHint(std::string_view hint) {
+  hint_ = ShownText(hint);
+  MarkChanged();
+}
+
 void Control::SetEnabled(bool enabled) {
   enabled_ = enabled;
   MarkChanged();
@@ -91,6 +96,7 @@ void Control::TakeFocus() {
 void Control::Restart() {
   caption_ = design_.caption;
   toolTip_.clear();
+  hint_.clear();
   enabled_ = design_.enabled;
   visible_ = design_.visible;
   MarkChanged();

@@ -71,6 +71,9 @@ class Control {
   void SetCaption(std::string_view caption);
   const std::string& ToolTip() const { return toolTip_; }
   void SetToolTip(std::string_view toolTip);
+  /// What surprises people about it. Unlike the tool tip, which it stands in for, it is no name.
+  const std::string& Hint() const { return hint_; }
+  void SetHint(std::string_view hint);
   bool Enabled() const { return enabled_; }
   void SetEnabled(bool enabled);
   bool Visible() const { return visible_; }
@@ -132,6 +135,7 @@ class Control {
 
   std::string caption_;
   std::string toolTip_;
+  std::string hint_;
   bool enabled_ = true;
   bool visible_ = true;
   bool marked_ = false;

@@ -55,9 +55,9 @@ void Desktop::RunAct(std::string_view operation, const std::function<void()>& ac
     try {
       WithMemoryFaults(act);
     } catch (const Fault& fault) {
-      ShowFault(operation, fault.kind(), fault.what());
+      ShowFault(operation, fault);
     } catch (const std::exception& trouble) {
-      ShowFault(operation, FaultKind::InvalidArgument, trouble.what());
+      ShowFault(operation, Fault(FaultKind::InvalidArgument, trouble.what()));
     }
     TellKeptContents();
   } catch (const ProcessEnd&) {
@@ -69,12 +69,16 @@ void Desktop::RunAct(std::string_view operation, const std::function<void()>& ac
   if (!BoxIsOpen() && listeners_.actIsOver) listeners_.actIsOver();
 }
 
-void Desktop::ShowFault(std::string_view operation, FaultKind kind, std::string_view text) {
+void Desktop::ShowFault(std::string_view operation, const Fault& fault) {
   Message box;
+  if (tellFault_) {
+    box = tellFault_(operation, fault, !startingUp_);
+  } else {
+    box.text = fault.what();
+    box.captions = {{BoxButton::End, "End"}, {BoxButton::Continue, "Continue"}};
+  }
   box.icon = BoxIcon::Critical;
   box.title = kProgramName;
-  box.text = "\"" + std::string(operation) + "\" could not be done.\n\n" +
-             std::string(FaultName(kind)) + ": " + std::string(text) + ".";
   box.buttons = {BoxButton::End};
   if (!startingUp_) box.buttons.push_back(BoxButton::Continue);
   const BoxButton answer = Ask(box);

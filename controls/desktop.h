@@ -14,6 +14,11 @@ namespace quillmark {
 
 class Control;
 
+/// How a fault is told to a person: its text, and the captions of buttons that have them. The rest
+/// of the box is the desktop's. `canGoOn` is false as long as it can only end the process.
+using FaultTeller =
+    std::function<Message(std::string_view operation, const Fault& fault, bool canGoOn)>;
+
 /// The program's name as it stands in titles of the platform's own boxes.
 inline constexpr std::string_view kProgramName = "Quillmark";
 
@@ -45,6 +50,8 @@ class Desktop {
   /// Until this is called a fault can only end the process.
   void StartUpIsOver() { startingUp_ = false; }
   bool Ended() const { return ended_; }
+  /// Who words the box of a fault. Without one it shows the fault's own text.
+  void TellFaultsBy(FaultTeller teller) { tellFault_ = std::move(teller); }
 
   /// Boxes of one button, and questions. See `Screen::AskMessage`.
   BoxButton Ask(const Message& box);
@@ -95,13 +102,14 @@ class Desktop {
   /// What a box or a file dialog answers, which `ask` opens on the display that it is given.
   template <class Question>
   auto AnswerOf(const Question& ask);
-  void ShowFault(std::string_view operation, FaultKind kind, std::string_view text);
+  void ShowFault(std::string_view operation, const Fault& fault);
   /// Says of each content that could not be put in its place where it is.
   void TellKeptContents();
   void End();
   void SettleFocus();
 
   Screen* screen_ = nullptr;
+  FaultTeller tellFault_;
   bool startingUp_ = true;
   bool ended_ = false;
   int openBoxes_ = 0;

@@ -10,8 +10,10 @@ namespace quillmark {
 
 void RowsControl::Select(std::int64_t row) {
   if (row < -1 || row >= Count()) {
-    throw Fault(FaultKind::InvalidValue, FullName() + " has no row " + std::to_string(row) +
-                                             ", only " + std::to_string(Count()) + " rows");
+    throw Fault(FaultKind::InvalidValue,
+                FullName() + " has no row " + std::to_string(row) + ", only " +
+                    std::to_string(Count()) + " rows",
+                BesideBound(row, -1, Count() - 1));
   }
   if (row == row_) return;
   row_ = static_cast<int>(row);

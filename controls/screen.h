@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -23,6 +24,8 @@ struct Message {
   std::string text;
   /// The button that Enter presses; the display's choice where none is named.
   std::optional<BoxButton> defaultButton = {};
+  /// Of "End" and "Continue", for which a desktop has no words of its own.
+  std::map<BoxButton, std::string> captions = {};
 };
 
 /// A question that is answered by a line of text; `text` is what stands in it at first.

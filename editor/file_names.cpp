@@ -47,7 +47,8 @@ void Add() {
   // Kept as it is: the list has taken the row by then.
   if (TRScript.NumFileNames == kMostFileNames) {
     throw Fault(FaultKind::Overflow,
-                "a script holds at most " + std::to_string(kMostFileNames) + " file names");
+                "a script holds at most " + std::to_string(kMostFileNames) + " file names",
+                BesideBound(kMostFileNames + 1, 0, kMostFileNames));
   }
   ++TRScript.NumFileNames;
   TRScript.FileNames.RedimPreserve(TRScript.NumFileNames);

@@ -2,6 +2,7 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
+#include "forms/fault_texts.h"
 #include "forms/interface_texts.h"
 #include "platform/fault.h"
 #include "platform/log.h"
@@ -83,8 +84,9 @@ void RequireSelection() { SelectedLevel(); }
 /// Refuses a list that shows more rows than there are records for, as an insert may leave it.
 void RequireRecords(int highest, std::size_t places) {
   if (static_cast<std::size_t>(highest) >= places) {
-    throw Fault(FaultKind::Subscript,
-                "the list shows rows that no level stands behind; select another level first");
+    throw ToldFault(FaultKind::Subscript,
+                    "the list shows rows that no level stands behind; select another level first",
+                    Entry::RowWithoutLevel);
   }
 }
 
@@ -117,11 +119,13 @@ void Insert() {
   RequireSelection();
   const int selected = list.Row();
   if (selected == 0) {
-    throw Fault(FaultKind::Subscript, "no level can be inserted in front of the title level");
+    throw ToldFault(FaultKind::Subscript, "no level can be inserted in front of the title level",
+                    Entry::TitleScreenStandsFirst);
   }
   if (TRScript.NumLevels == kMostLevels) {
-    throw Fault(FaultKind::Overflow,
-                "a script holds at most " + std::to_string(kMostLevels) + " levels");
+    throw ToldFault(FaultKind::Overflow,
+                    "a script holds at most " + std::to_string(kMostLevels) + " levels",
+                    Entry::TooManyLevels);
   }
   const int places = TRScript.NumLevels + 2;
   RequireRecords(list.Count(), static_cast<std::size_t>(places) + 1);
@@ -200,7 +204,8 @@ void MoveUp() {
     return;
   }
   if (row == 0) {
-    throw Fault(FaultKind::Subscript, "the title level stands first and can't move up");
+    throw ToldFault(FaultKind::Subscript, "the title level stands first and can't move up",
+                    Entry::TitleScreenStandsFirst);
   }
   ChangePlaces(row - 1);
 }

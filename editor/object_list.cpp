@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "editor/editor_form.h"
+#include "forms/fault_texts.h"
 #include "forms/interface_texts.h"
 #include "platform/fault.h"
 #include "platform/number_text.h"
@@ -43,7 +44,8 @@ Int16 ParamFrom(const TextBox& box) {
   const std::uint64_t bits = HexAtStart(box.Text());
   if (bits > 0xFFFF) {
     throw Fault(FaultKind::Overflow,
-                "the parameter " + box.Text() + " has more than four hexadecimal digits");
+                "the parameter " + box.Text() + " has more than four hexadecimal digits",
+                box.Text() + " > FFFF");
   }
   return static_cast<std::int16_t>(static_cast<std::uint16_t>(bits));
 }
@@ -66,8 +68,9 @@ void ReadPanel(LevelObject& object) {
 /// The first place behind the objects; refuses a level that is full.
 LevelObject& FreePlace(LevelRecord& level) {
   if (level.ObjectCount >= kObjectPlaces) {
-    throw Fault(FaultKind::Subscript,
-                "a level holds at most " + std::to_string(kObjectPlaces) + " objects");
+    throw ToldFault(FaultKind::Subscript,
+                    "a level holds at most " + std::to_string(kObjectPlaces) + " objects",
+                    Entry::TooManyObjects);
   }
   return level.Objects[level.ObjectCount];
 }

@@ -234,12 +234,8 @@ void LoadSteps(const std::string& proposed) {
   frmEditor.lstLevels.TakeFocus();
 }
 
-<<<<<<< HEAD
 void Load(const std::string& proposed) {
-=======
-void Load() {
   const Replacing script;
->>>>>>> ea21b31 (Keep copies of what was never saved)
   try {
     RunCommand([&] { LoadSteps(proposed); }, LoadFailed);
   } catch (const MissingEndOfData&) {

@@ -146,7 +146,21 @@ FormTexts EditorTexts() {
            ToolTip(Entry::ObjectParameter, f.txtObj[3]),
            ToolTip(Entry::ObjectParameter, f.txtObj[4]),
            ToolTip(Entry::ObjectParameter, f.txtObj[5]),
-           ToolTip(Entry::FindByBeginning, f.txtFind)}};
+           ToolTip(Entry::FindByBeginning, f.txtFind),
+           Hint(Entry::BackupTip, f.Check2),
+           Hint(Entry::LoadTip, f.Command7),
+           Hint(Entry::SaveTip, f.Command15),
+           Hint(Entry::ExitTip, f.Command8),
+           Hint(Entry::NotStoredTip, f.chkWe),
+           Hint(Entry::NotStoredTip, f.chkTrain),
+           Hint(Entry::NotStoredTip, f.chkNo),
+           Hint(Entry::CameraTip, f.txtCamera[0]),
+           Hint(Entry::CameraTip, f.txtCamera[1]),
+           Hint(Entry::CameraTip, f.txtCamera[2]),
+           Hint(Entry::CameraTip, f.txtCamera[3]),
+           Hint(Entry::CameraTip, f.txtCamera[4]),
+           Hint(Entry::CameraTip, f.txtCamera[5]),
+           Hint(Entry::CameraTip, f.txtCamera[6])}};
 }
 
 FormTexts StringTableTexts() {

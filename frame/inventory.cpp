@@ -22,7 +22,8 @@ constexpr std::size_t kNameStart = 4;
 void TakeItem(const std::string& field, Tr5Item& item) {
   item.Id = DigitsAtStart(std::string_view(field).substr(0, kIdLength));
   if (field.size() < kNameStart) {
-    throw Fault(FaultKind::InvalidArgument, "the item '" + field + "' is too short for a name");
+    throw Fault(FaultKind::InvalidArgument, "the item '" + field + "' is too short for a name",
+                "'" + field + "'");
   }
   item.Name = field.substr(kNameStart);
 }

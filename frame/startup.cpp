@@ -6,6 +6,7 @@
 #include "editor/editor_form.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
+#include "forms/fault_texts.h"
 #include "frame/apply_language.h"
 #include "frame/dialogs.h"
 #include "frame/settings.h"
@@ -101,6 +102,7 @@ void AttachAll() {
 
 void StartProcess() {
   AttachAll();
+  TheDesktop().TellFaultsBy(TellFault);
   TheDesktop().RunAct("Start the program", [] { Form1.Show(); });
 }
 

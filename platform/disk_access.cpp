@@ -8,7 +8,7 @@
 namespace quillmark {
 
 void ThrowFileFault(const std::string& path, std::string_view trouble) {
-  throw Fault(FaultKind::File, "the file '" + path + "' " + std::string(trouble));
+  throw Fault(FaultKind::File, "the file '" + path + "' " + std::string(trouble), path);
 }
 
 bool OpenOnDisk(std::filebuf& disk, const std::filesystem::path& place, std::ios::openmode mode) {

@@ -30,4 +30,9 @@ bool IsOfSystem(FaultKind kind) { return kind == FaultKind::File || kind == Faul
 
 void ThrowMemoryFault() { throw Fault(FaultKind::Memory, "there is not enough memory"); }
 
+std::string BesideBound(std::int64_t number, std::int64_t lowest, std::int64_t highest) {
+  return number < lowest ? std::to_string(number) + " < " + std::to_string(lowest)
+                         : std::to_string(number) + " > " + std::to_string(highest);
+}
+
 }  // namespace quillmark

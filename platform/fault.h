@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quillmark {
 
@@ -26,16 +28,24 @@ inline constexpr int kCancelledNumber = 32755;
 /// The kind in plain words, such as "subscript fault".
 std::string_view FaultName(FaultKind kind);
 
+/// A number beside the bound that it passes, `lowest` or `highest`: "256 > 255".
+std::string BesideBound(std::int64_t number, std::int64_t lowest, std::int64_t highest);
+
 /// A fault stops the running operation and passes to the nearest handler that is named for it. It
-/// undoes nothing. `what()` is the text for people, without the kind's name.
+/// undoes nothing. `what()` is the whole text in English, without the kind's name.
 class Fault : public std::runtime_error {
  public:
-  Fault(FaultKind kind, const std::string& text) : std::runtime_error(text), kind_(kind) {}
+  Fault(FaultKind kind, const std::string& text, std::string about = {})
+      : std::runtime_error(text), kind_(kind), about_(std::move(about)) {}
 
   FaultKind kind() const { return kind_; }
+  /// What the fault is about, in no language: a path, a number beside the bound that it passes, a
+  /// text that was refused. Empty if there is nothing of that sort.
+  const std::string& about() const { return about_; }
 
  private:
   FaultKind kind_;
+  std::string about_;
 };
 
 /// Whether the fault says that the system failed and not that the data was wrong.

@@ -54,7 +54,8 @@ FileNumbers::OpenFile& FileNumbers::Free(int number) {
   OpenFile& file = Behind(*this, number);
   if (const std::string* const path = PathOf(file)) {
     throw Fault(FaultKind::File,
-                "file number " + std::to_string(number) + " is open already, on '" + *path + "'");
+                "file number " + std::to_string(number) + " is open already, on '" + *path + "'",
+                *path);
   }
   return file;
 }

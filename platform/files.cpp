@@ -39,13 +39,15 @@ std::string QuotedPath(std::string_view path) { return "'" + std::string(path) +
 fs::path DeletablePath(std::string_view path) {
   fs::path place = PlaceOfFile(path);
   if (place.empty()) {
-    throw Fault(FaultKind::File, "there is no file " + QuotedPath(path));
+    throw Fault(FaultKind::File, "there is no file " + QuotedPath(path), std::string(path));
   }
   if (IsWriteProtected(place)) {
-    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is write-protected");
+    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is write-protected",
+                std::string(path));
   }
   if (Files.IsPathOpen(std::string(path))) {
-    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is open and can't be deleted");
+    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is open and can't be deleted",
+                std::string(path));
   }
   return place;
 }
@@ -53,7 +55,8 @@ fs::path DeletablePath(std::string_view path) {
 void Remove(std::string_view path, const fs::path& place) {
   if (const std::error_code error = RemoveFile(place)) {
     throw Fault(FaultKind::File,
-                "the file " + QuotedPath(path) + " can't be deleted: " + error.message());
+                "the file " + QuotedPath(path) + " can't be deleted: " + error.message(),
+                std::string(path));
   }
 }
 
@@ -102,7 +105,9 @@ std::string FindFile(std::string_view path) {
 
 std::int64_t FileLength(std::string_view path) {
   const auto size = SizeOfFile(SystemPath(path));
-  if (!size) throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " has no length");
+  if (!size)
+    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " has no length",
+                std::string(path));
   return static_cast<std::int64_t>(*size);
 }
 

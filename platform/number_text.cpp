@@ -37,7 +37,10 @@ std::optional<double> NumberOf(std::string_view text) {
 
 double RequireNumber(std::string_view text) {
   const auto number = NumberOf(text);
-  if (!number) throw Fault(FaultKind::Type, "'" + std::string(text) + "' is not a number");
+  if (!number) {
+    const std::string quoted = "'" + std::string(text) + "'";
+    throw Fault(FaultKind::Type, quoted + " is not a number", quoted);
+  }
   return *number;
 }
 

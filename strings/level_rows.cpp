@@ -1,6 +1,7 @@
 #include "strings/level_rows.h"
 
 #include "forms/editor_controls.h"
+#include "forms/fault_texts.h"
 #include "forms/interface_texts.h"
 #include "platform/fault.h"
 #include "strings/language_files.h"
@@ -11,8 +12,9 @@ LevelRecord& SelectedLevel() {
   const int row = frmEditor.lstLevels.Row();
   if (row < 0) throw Fault(FaultKind::NoSelection, "no level is selected in the list of levels");
   if (static_cast<std::size_t>(row) >= TRScript.Levels.size()) {
-    throw Fault(FaultKind::Subscript,
-                "no level stands behind row " + std::to_string(row) + " of the list of levels");
+    throw ToldFault(FaultKind::Subscript,
+                    "no level stands behind row " + std::to_string(row) + " of the list of levels",
+                    Entry::RowWithoutLevel);
   }
   return TRScript.Levels[row];
 }

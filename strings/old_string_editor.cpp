@@ -1,4 +1,5 @@
 #include "forms/editor_controls.h"
+#include "forms/fault_texts.h"
 #include "forms/interface_texts.h"
 #include "forms/string_forms.h"
 #include "platform/fault.h"
@@ -28,7 +29,8 @@ void ShowRow() {
 
 void Apply() {
   if (frmStrings.lstStringsText.empty()) {
-    throw Fault(FaultKind::Type, "no row of lstStrings has been clicked yet");
+    throw ToldFault(FaultKind::Type, "no row of lstStrings has been clicked yet",
+                    Entry::FaultNoSelection);
   }
   const int row = std::stoi(frmStrings.lstStringsText);
   StringsMod.StringPool[row] = frmStrings.txtString.Text() + '\0';

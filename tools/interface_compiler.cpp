@@ -159,23 +159,40 @@ std::string Names(const Entries& entries) {
   });
 }
 
-/// The numbers of the entries for C++ sources, and what a table begins with.
+/// As a literal of C++ sources, with three octal digits for every byte that is no plain character.
+std::string Literal(std::string_view bytes) {
+  std::string literal = "\"";
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool plain = byte >= ' ' && byte <= '~' && c != '"' && c != '\\' && c != '?';
+    const auto digit = [byte](unsigned shift) {
+      return static_cast<char>('0' + ((byte >> shift) & 7U));
+    };
+    literal += plain ? std::string(1, c) : std::string{'\\', digit(6), digit(3), digit(0)};
+  }
+  return literal + '"';
+}
+
+/// The numbers of the entries for C++ sources, their English texts, and what a table begins with.
 std::string Header(const Entries& entries) {
   std::string text =
-      "// Made by interface_compiler.\n#pragma once\n\n#include <string_view>\n\n"
+      "// Made by interface_compiler.\n#pragma once\n\n#include <string_view>\n#include "
+      "<utility>\n\n"
       "namespace quillmark {\n\n/// Numbers of the interface texts.\nenum class Entry {\n";
   for (const auto& [number, entry] : entries) {
     text += "  " + entry.name + " = " + std::to_string(number) + ",\n";
   }
   text +=
-      "};\n\n/// What a table of interface texts begins with on disk.\n"
-      "inline constexpr std::string_view kTableMagic(\"";
-  for (const char c : kMagic) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(c);
-    text += {'\\', 'x', kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+      "};\n\n/// The texts in English, for what has to be said also without a table.\n"
+      "inline constexpr std::pair<Entry, std::string_view> kEnglishTexts[] = {\n";
+  for (const auto& [number, entry] : entries) {
+    text += "    {Entry::" + entry.name + ", " + Literal(entry.text) + "},\n";
   }
-  return text + "\", " + std::to_string(kMagic.size()) + ");\n\n}  // namespace quillmark\n";
+  return text +
+         "};\n\n/// What a table of interface texts begins with on disk.\n"
+         "inline constexpr std::string_view kTableMagic(" +
+         Literal(kMagic) + ", " + std::to_string(kMagic.size()) +
+         ");\n\n}  // namespace quillmark\n";
 }
 
 void WriteFile(const std::string& path, std::string_view bytes) {

@@ -14,7 +14,7 @@ Binding::Binding(Control& control, QWidget& widget) : control_(control), widget_
 
 void Binding::Refresh() {
   ShowCaption(FromAnsi(control_.Caption()));
-  widget_.setToolTip(FromAnsi(control_.ToolTip()));
+  widget_.setToolTip(FromAnsi(control_.Hint().empty() ? control_.ToolTip() : control_.Hint()));
   ShowState();
   widget_.setEnabled(control_.Enabled());
   widget_.setVisible(control_.Visible());

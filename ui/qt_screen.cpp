@@ -52,7 +52,7 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-QPushButton* AddButton(QMessageBox& box, BoxButton button) {
+QPushButton* AddButton(QMessageBox& box, BoxButton button, const QString& caption) {
   switch (button) {
     case BoxButton::OK:
       return box.addButton(QMessageBox::Ok);
@@ -63,9 +63,9 @@ QPushButton* AddButton(QMessageBox& box, BoxButton button) {
     case BoxButton::Cancel:
       return box.addButton(QMessageBox::Cancel);
     case BoxButton::End:
-      return box.addButton(QStringLiteral("End"), QMessageBox::DestructiveRole);
+      return box.addButton(caption, QMessageBox::DestructiveRole);
     case BoxButton::Continue:
-      return box.addButton(QStringLiteral("Continue"), QMessageBox::AcceptRole);
+      return box.addButton(caption, QMessageBox::AcceptRole);
   }
   return nullptr;
 }
@@ -122,7 +122,9 @@ BoxButton QtScreen::AskMessage(const Message& box) {
   std::map<QAbstractButton*, BoxButton> answers;
   const BoxButton ofFrame = ButtonOfFrame(box);
   for (const BoxButton button : box.buttons) {
-    QPushButton* const pressed = AddButton(shown, button);
+    const auto caption = box.captions.find(button);
+    QPushButton* const pressed = AddButton(
+        shown, button, caption == box.captions.end() ? QString() : FromAnsi(caption->second));
     answers[pressed] = button;
     if (button == box.defaultButton) shown.setDefaultButton(pressed);
     if (button == ofFrame) shown.setEscapeButton(pressed);

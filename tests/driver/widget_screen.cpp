@@ -23,10 +23,14 @@ BoxIcon IconOf(const QMessageBox& box) {
   return icons.at(static_cast<std::size_t>(box.icon()));
 }
 
-OpenBox Shown(QMessageBox& box) {
+OpenBox Shown(QMessageBox& box, const std::map<BoxButton, std::string>& captions) {
   std::map<std::string, QAbstractButton*> buttons;
   for (QAbstractButton* button : box.buttons()) {
-    buttons["press " + button->text().remove('&').toStdString()] = button;
+    std::string text = ToAnsi(button->text().remove('&'));
+    for (const auto& [named, caption] : captions) {
+      if (text == caption) text = NameOf(named);
+    }
+    buttons["press " + text] = button;
   }
   Message shown = {IconOf(box), {}, ToAnsi(box.windowTitle()), ToAnsi(box.text())};
   for (const BoxButton button : {BoxButton::OK, BoxButton::Yes, BoxButton::No, BoxButton::Cancel,
@@ -62,12 +66,17 @@ OpenBox Shown(QInputDialog& dialog) {
 
 void WidgetScreen::WaitFor(QWidget& window, const std::function<bool()>& over) {
   if (auto* box = qobject_cast<QMessageBox*>(&window)) {
-    driver_.ServeBox(Shown(*box), over);
+    driver_.ServeBox(Shown(*box, captions_), over);
   } else if (auto* dialog = qobject_cast<QInputDialog*>(&window)) {
     driver_.ServeBox(Shown(*dialog), over);
   } else {
     driver_.ServeUntil(over);
   }
+}
+
+BoxButton WidgetScreen::AskMessage(const Message& box) {
+  captions_ = box.captions;
+  return QtScreen::AskMessage(box);
 }
 
 std::optional<std::string> WidgetScreen::AskFile(const FileRequest& request) {

@@ -17,6 +17,7 @@ class WidgetScreen : public QtScreen {
   Driver& TheDriver() { return driver_; }
   WidgetHands& TheHands() { return hands_; }
 
+  BoxButton AskMessage(const Message& box) override;
   std::optional<std::string> AskFile(const FileRequest& request) override;
   /// The clock stands still: only the driver lets a timer elapse.
   void StartTimer(Timer& /*timer*/) override {}
@@ -29,7 +30,8 @@ class WidgetScreen : public QtScreen {
  private:
   WidgetHands hands_{*this};
   Driver driver_{hands_};
-  std::string filter_;  ///< of the file dialog that is open
+  std::string filter_;                         ///< of the file dialog that is open
+  std::map<BoxButton, std::string> captions_;  ///< of the message box that is open
 };
 
 }  // namespace quillmark

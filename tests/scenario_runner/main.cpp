@@ -48,7 +48,8 @@ const std::vector<std::pair<std::regex, std::string>> kShortForms = {
     {std::regex(R"((\w+\.\S+) ([/{].*))"), "> get $1\n$2"},
     {std::regex(R"(error (".*"))"), "box critical OK \"$${0}\" $1\n> press OK"},
     {std::regex(R"xx(fault "(.*)" "(.*)")xx"),
-     R"(box critical End,Continue "Quillmark" "\"$1\" could not be done.\u000a\u000a$2")"
+     R"(box critical End,Continue "Quillmark" )"
+     R"("\"$1$${194}\u000a\u000a$2\u000a\u000a$${208}\u000a$${209}")"
      "\n> press Continue"},
     {std::regex(R"(question (".*") (Yes|No))"), "box question Yes,No \"$${20}\" $1\n> press $2"},
 };
