@@ -123,10 +123,21 @@ bool Control::HandleKey(Key key) {
     case KeyCode::Enter:
       return press(form_.defaultButton);
     case KeyCode::Escape:
-      return press(form_.cancelButton);
+      return press(form_.cancelButton) || Escape();
     default:
       return false;
   }
+}
+
+bool Control::Escape() {
+  if (form_.StartState().escapeCloses) {
+    form_.Unload();
+    return true;
+  }
+  Control* const goal = form_.escapeGoal;
+  if (goal == nullptr || !goal->Reachable()) return false;
+  goal->TakeFocus();
+  return true;
 }
 
 bool Control::KeyDown(Key key, bool& used) {

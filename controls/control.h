@@ -127,6 +127,8 @@ class Control {
   friend class Desktop;
   friend class Form;
 
+  bool Escape();
+
   Form& form_;
   ControlKind kind_;
   std::string name_;

@@ -23,10 +23,11 @@ struct FormDesign {
   std::string caption = {};
   int width = 400;
   int height = 300;
-  bool modal = false;        ///< the program shows it modally
-  bool sizable = false;      ///< its border can be dragged, and it can fill the screen
-  bool minimisable = false;  ///< a window that can be put aside; any other stays above its owner
-  bool framed = true;        ///< has a title bar
+  bool modal = false;         ///< the program shows it modally
+  bool escapeCloses = false;  ///< Escape closes it, as its frame does
+  bool sizable = false;       ///< its border can be dragged, and it can fill the screen
+  bool minimisable = false;   ///< a window that can be put aside; any other stays above its owner
+  bool framed = true;         ///< has a title bar
 };
 
 /// A window as plain state: a named set of controls. A concrete form is a struct whose members are
@@ -98,6 +99,8 @@ class Form {
   /// The buttons that Enter and Escape press where the control with the focus has no use for them.
   Control* defaultButton = nullptr;
   Control* cancelButton = nullptr;
+  /// Where Escape leads from any other control of a form without a cancel button; null for nowhere.
+  Control* escapeGoal = nullptr;
 
  private:
   friend class Control;

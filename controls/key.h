@@ -25,6 +25,8 @@ enum class KeyCode {
 struct Key {
   KeyCode code = KeyCode::Other;
   char character = '\0';  ///< the ANSI character that it types; only with `KeyCode::Character`
+  /// Typed so soon behind the character before it that both belong to one word.
+  bool goesOn = false;
 };
 
 enum class MouseButton { Left = 1, Right = 2, Middle = 4 };

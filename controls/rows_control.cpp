@@ -42,7 +42,7 @@ bool RowsControl::HandleKey(Key key) {
     case KeyCode::End:
       return StepTo(Count() - 1);
     case KeyCode::Character: {
-      const int found = NextRowWith(key.character);
+      const int found = RowForLetter(key);
       return found == row_ || StepTo(found);
     }
     default:
@@ -57,15 +57,31 @@ bool RowsControl::StepTo(int row) {
   return true;
 }
 
-/// The next row behind the selected one, around the end, that begins with that letter in either
-/// case; the selected one itself if there is no other.
-int RowsControl::NextRowWith(char initial) const {
-  const std::string wanted = AnsiInCapitals(std::string_view(&initial, 1));
-  for (int step = 1; step <= Count(); ++step) {
-    const int candidate = (row_ + step) % Count();
-    if (AnsiInCapitals(TextToFind(candidate).substr(0, 1)) == wanted) return candidate;
+/// The row that a letter leads to; the selected one if there is no other.
+int RowsControl::RowForLetter(Key key) {
+  if (!key.goesOn) letters_.clear();
+  const std::string letter = AnsiInCapitals(std::string_view(&key.character, 1));
+  letters_ += letter;
+  // A word that goes on may mean the row that its beginning has found.
+  if (letters_.size() > 1) {
+    const int found = NextRowWith(letters_, std::max(row_, 0));
+    const bool sameLetter = letters_.find_first_not_of(letter) == std::string::npos;
+    if (found >= 0 || !sameLetter) return found < 0 ? row_ : found;
   }
-  return row_;
+  const int found = NextRowWith(letter, row_ + 1);
+  return found < 0 ? row_ : found;
+}
+
+/// The first row from `first` on, around the end, that begins with these capitals in either case;
+/// -1 if there is none.
+int RowsControl::NextRowWith(std::string_view beginning, int first) const {
+  for (int step = 0; step < Count(); ++step) {
+    const int candidate = (first + step) % Count();
+    if (AnsiInCapitals(TextToFind(candidate).substr(0, beginning.size())) == beginning) {
+      return candidate;
+    }
+  }
+  return -1;
 }
 
 void RowsControl::NoteNewRows() {

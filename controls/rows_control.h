@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "controls/control.h"
@@ -24,8 +25,9 @@ class RowsControl : public Control {
   /// A person chooses a row, with a key or out of a list.
   bool Choose(int row);
 
-  /// Moves the selection by Up, Down, Home and End, and by a letter to the next row that begins
-  /// with it.
+  /// Moves the selection by Up, Down, Home and End, and by letters to the next row that begins with
+  /// them: with all that were typed as one word, or else with the one that was typed again and
+  /// again.
   bool HandleKey(Key key) override;
 
  protected:
@@ -45,9 +47,11 @@ class RowsControl : public Control {
 
  private:
   bool StepTo(int row);
-  int NextRowWith(char initial) const;
+  int RowForLetter(Key key);
+  int NextRowWith(std::string_view beginning, int first) const;
 
   int row_ = -1;
+  std::string letters_;  ///< of the word that is being typed, as capitals
   std::uint64_t rowsVersion_ = 0;
 };
 

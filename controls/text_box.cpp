@@ -37,6 +37,12 @@ bool TextBox::Edit(std::string_view text, int selectionStart, int selectionLengt
 
 char TextBox::Typed(char character) const { return onKeyPress ? onKeyPress(character) : character; }
 
+bool TextBox::HandleKey(Key key) {
+  if (key.code != KeyCode::Enter || !onEnter) return Control::HandleKey(key);
+  onEnter();
+  return true;
+}
+
 void TextBox::HandleKeyRelease(Key key) {
   if (onKeyRelease) onKeyRelease(key);
 }

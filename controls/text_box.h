@@ -22,6 +22,8 @@ class TextBox : public Control {
   std::function<void(Key)> onKeyRelease;
   /// May replace the character of a key before it changes the text.
   std::function<char(char)> onKeyPress;
+  /// Enter in it, which then presses no other control.
+  std::function<void()> onEnter;
 
   const std::string& Text() const { return text_; }
   /// Shows `text` up to its first zero character, with the caret at its end.
@@ -39,6 +41,7 @@ class TextBox : public Control {
   /// The character that the key types in this box.
   char Typed(char character) const;
 
+  bool HandleKey(Key key) override;
   void HandleKeyRelease(Key key) override;
   void HandleFocusStep() override { SelectAll(); }
   /// The caret stays, but nothing is marked any more.

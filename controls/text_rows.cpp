@@ -47,14 +47,14 @@ void TextRows::HandleSelection() {
   if (onSelect) onSelect();
 }
 
-void ListBox::SetHint(std::string_view hint) {
-  hint_ = ShownText(hint);
+void ListBox::SetPlaceholder(std::string_view text) {
+  placeholder_ = ShownText(text);
   MarkChanged();
 }
 
 void ListBox::Restart() {
   TextRows::Restart();
-  hint_.clear();
+  placeholder_.clear();
 }
 
 bool ListBox::MousePress(MouseButton button) {

@@ -61,8 +61,8 @@ class ListBox : public TextRows {
   Button* doubleClickButton = nullptr;
 
   /// Words that tell a person how rows come into the list, shown while it has none.
-  const std::string& Hint() const { return hint_; }
-  void SetHint(std::string_view hint);
+  const std::string& Placeholder() const { return placeholder_; }
+  void SetPlaceholder(std::string_view text);
 
   /// A mouse button goes down, or comes up, on it. Choosing a row is an act of its own.
   bool MousePress(MouseButton button);
@@ -71,7 +71,7 @@ class ListBox : public TextRows {
   void Restart() override;
 
  private:
-  std::string hint_;
+  std::string placeholder_;
 };
 
 }  // namespace quillmark

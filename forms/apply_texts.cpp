@@ -31,8 +31,13 @@ struct ToolTipOf {
 };
 
 struct HintOf {
+  Control& control;
+  void Write(const std::string& text) const { control.SetHint(text); }
+};
+
+struct PlaceholderOf {
   ListBox& list;
-  void Write(const std::string& text) const { list.SetHint(text); }
+  void Write(const std::string& text) const { list.SetPlaceholder(text); }
 };
 
 struct HeaderOf {
@@ -44,7 +49,7 @@ struct HeaderOf {
 /// One entry of the table and the place that it is written to.
 struct Assignment {
   Entry entry;
-  std::variant<TitleBar, CaptionOf, ToolTipOf, HintOf, HeaderOf> place;
+  std::variant<TitleBar, CaptionOf, ToolTipOf, HintOf, PlaceholderOf, HeaderOf> place;
 };
 
 struct FormTexts {
@@ -55,7 +60,8 @@ struct FormTexts {
 Assignment FormCaption(Entry entry, Form& form) { return {entry, TitleBar{form}}; }
 Assignment Caption(Entry entry, Control& control) { return {entry, CaptionOf{control}}; }
 Assignment ToolTip(Entry entry, Control& control) { return {entry, ToolTipOf{control}}; }
-Assignment Hint(Entry entry, ListBox& list) { return {entry, HintOf{list}}; }
+Assignment Hint(Entry entry, Control& control) { return {entry, HintOf{control}}; }
+Assignment Placeholder(Entry entry, ListBox& list) { return {entry, PlaceholderOf{list}}; }
 Assignment Column(Entry entry, ListView& list, int column) {
   return {entry, HeaderOf{list, column}};
 }
@@ -132,7 +138,7 @@ FormTexts EditorTexts() {
            ToolTip(Entry::FindStringTip, f.Command32),
            ToolTip(Entry::MirrorAssistantTip, f.Command10),
            ToolTip(Entry::LevelList, f.lstLevels),
-           Hint(Entry::LoadHint, f.lstLevels),
+           Placeholder(Entry::LoadHint, f.lstLevels),
            ToolTip(Entry::FileNameList, f.lstFileNames),
            ToolTip(Entry::ObjectList, f.lstObj),
            ToolTip(Entry::CutsceneList, f.lstCuts),

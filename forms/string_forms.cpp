@@ -12,10 +12,11 @@ FrmForm2::FrmForm2()
                      .height = 560,
                      .modal = true,
                      .sizable = true}) {
-  cancelButton = &Command2;
+  escapeGoal = &ListView1;
 }
 
-FrmFss::FrmFss() : Form("fss", {.width = 320, .height = 400, .sizable = true}) {}
+FrmFss::FrmFss()
+    : Form("fss", {.width = 320, .height = 400, .escapeCloses = true, .sizable = true}) {}
 
 FrmStrings::FrmStrings() : Form("frmStrings", {.width = 480, .height = 420}) {
   cancelButton = &Command3;

@@ -70,6 +70,14 @@ void TakeTexts(std::size_t changedBox) {
   }
 }
 
+/// On to the next row, in the same box, as one translates: from the top to the bottom.
+void GoOn(TextBox& box) {
+  ListView& list = Form2.ListView1;
+  if (list.Row() < 0 || !list.ClickRow(list.Row() + 1)) return;
+  box.TakeFocus();
+  box.SelectAll();
+}
+
 char StoredLetter(char typed) {
   for (const Letter& letter : kLetters) {
     if (letter.typed == typed) return letter.stored;
@@ -106,6 +114,7 @@ void AttachStringTable(const LevelPanel& panel) {
   for (std::size_t box = 0; box < kLanguages.size(); ++box) {
     Form2.txtString[box].onChange = [box] { TakeTexts(box); };
     Form2.txtString[box].onKeyPress = StoredLetter;
+    Form2.txtString[box].onEnter = [box] { GoOn(Form2.txtString[box]); };
   }
   Form2.Command1.onPress = [panel] { Accept(panel); };
   Form2.Command2.onPress = Cancel;

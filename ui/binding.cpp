@@ -1,10 +1,12 @@
 #include "ui/binding.h"
 
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QMimeData>
 
 #include "ui/ansi_text.h"
 #include "ui/key_events.h"
+#include "ui/shortcuts.h"
 
 namespace quillmark {
 
@@ -13,8 +15,12 @@ Binding::Binding(Control& control, QWidget& widget) : control_(control), widget_
 }
 
 void Binding::Refresh() {
-  ShowCaption(FromAnsi(control_.Caption()));
-  widget_.setToolTip(FromAnsi(control_.Hint().empty() ? control_.ToolTip() : control_.Hint()));
+  if (const QString caption = FromAnsi(control_.Caption()); caption_ != caption) {
+    caption_ = caption;
+    ShowCaption(caption);
+  }
+  const std::string& tip = control_.Hint().empty() ? control_.ToolTip() : control_.Hint();
+  widget_.setToolTip(WithShortcut(FromAnsi(tip), *this));
   ShowState();
   widget_.setEnabled(control_.Enabled());
   widget_.setVisible(control_.Visible());
@@ -29,12 +35,21 @@ void Binding::NoteFocus() const {
   if (!RefreshScope::Running() && control_.Reachable()) control_.TakeFocus();
 }
 
+Key Binding::KeyPressedIn(const QKeyEvent& event) {
+  Key key = KeyOf(event);
+  if (key.code != KeyCode::Character) return key;
+  const auto interval = static_cast<quint64>(QApplication::keyboardInputInterval());
+  key.goesOn = lastCharacter_ != 0 && event.timestamp() - lastCharacter_ < interval;
+  lastCharacter_ = event.timestamp();
+  return key;
+}
+
 bool Binding::KeyPressed(const QKeyEvent& event) {
   if (!control_.TakesFocus() || !IsForTheLogic(event)) return false;
   // As the toolkit does for keys that it handles itself: from here on the focus is drawn.
   widget_.window()->setAttribute(Qt::WA_KeyboardFocusChange);
   bool used = false;
-  control_.KeyDown(KeyOf(event), used);
+  control_.KeyDown(KeyPressedIn(event), used);
   return used || !control_.Reachable();
 }
 

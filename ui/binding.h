@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "controls/control.h"
 
@@ -32,6 +33,8 @@ class Binding : public QObject {
 
   Control& TheControl() const { return control_; }
   QWidget& Widget() const { return widget_; }
+  /// Shows `caption`, which is the control's with a mark for its access key.
+  void ShowMarked(const QString& caption) { ShowCaption(caption); }
 
   /// Makes the widget say what the control says. Has to run inside a `RefreshScope`.
   void Refresh();
@@ -54,9 +57,12 @@ class Binding : public QObject {
 
  private:
   void NoteFocus() const;
+  Key KeyPressedIn(const QKeyEvent& event);
 
   Control& control_;
   QWidget& widget_;
+  std::optional<QString> caption_;  ///< as the widget was told last
+  quint64 lastCharacter_ = 0;       ///< when one was typed in the widget, in the time of events
 };
 
 /// The binding for `control`, or null if `widget` is not of a kind that can show it.

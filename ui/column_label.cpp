@@ -14,7 +14,11 @@ void ColumnLabel::Follow(const QWidget& drawing) {
 }
 
 void ColumnLabel::Show(const QTreeView& view) {
-  setText(view.model()->headerData(property("column").toInt(), Qt::Horizontal).toString());
+  const QString caption =
+      view.model()->headerData(property("column").toInt(), Qt::Horizontal).toString();
+  if (caption == caption_) return;
+  caption_ = caption;
+  setText(caption);
 }
 
 }  // namespace quillmark

@@ -16,8 +16,13 @@ class ColumnLabel : public QLabel {
   /// Finds its list view, which has a model by now, among the children of `drawing`.
   void Follow(const QWidget& drawing);
 
+  /// The column's caption; what is shown may have a mark for an access key in it.
+  const QString& Caption() const { return caption_; }
+
  private:
   void Show(const QTreeView& view);
+
+  QString caption_;
 };
 
 }  // namespace quillmark

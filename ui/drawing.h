@@ -20,6 +20,9 @@ namespace quillmark {
 ///     iconName    of a button or line edit: its line icon
 ///     picture     of a label: its picture
 ///     namedBy     the control whose caption names this one for a screen reader
+///     opensOver   of a form: the part of the form behind it that it opens in front of
+///     reachedBy   the keys that press this button, or lead to this box, from everywhere in its
+///     window
 void DrawForm(const Form& form, QWidget& content);
 
 }  // namespace quillmark

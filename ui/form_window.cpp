@@ -25,6 +25,7 @@
 #include "ui/colour_swatch.h"
 #include "ui/column_label.h"
 #include "ui/drawing.h"
+#include "ui/shortcuts.h"
 
 namespace quillmark {
 namespace {
@@ -115,6 +116,8 @@ FormWindow::FormWindow(Form& form, const ChosenPaths& paths)
   following_.setSingleShot(true);
   connect(&following_, &QTimer::timeout, this, &FormWindow::FollowFrame);
   FindNamers();
+  for (const auto& binding : bindings_) AddShortcut(*binding);
+  accessKeys_ = std::make_unique<AccessKeys>(bindings_);
   RefreshAll();
 }
 
@@ -186,6 +189,10 @@ void FormWindow::PlaceAbove(QWidget* owner) {
   const QRect area = screen()->availableGeometry();
   QRect around(QPoint(), WantedSize().grownBy(frame));
   around.moveCenter(owner->frameGeometry().center());
+  const QString over = content_->property("opensOver").toString();
+  if (const auto* part = over.isEmpty() ? nullptr : owner->findChild<QWidget*>(over)) {
+    around.moveLeft(part->mapToGlobal(part->rect().center()).x() - around.width() / 2);
+  }
   around.moveTo(std::max(around.left(), area.left()), std::max(around.top(), area.top()));
   setGeometry(around.marginsRemoved(frame));
   placed_ = QPoint(place.left, place.top);
@@ -233,7 +240,7 @@ void FormWindow::FollowForm() {
 void FormWindow::RefreshAll() {
   const RefreshScope scope;
   for (const auto& binding : bindings_) binding->Refresh();
-  RefreshAccessibleNames();
+  RefreshNames();
 }
 
 void FormWindow::RefreshControl(const Control& control) {
@@ -279,7 +286,8 @@ QString FormWindow::AccessibleNameOf(const Binding& binding) const {
   return name.isEmpty() ? FromAnsi(kProgramName) : name;
 }
 
-void FormWindow::RefreshAccessibleNames() {
+void FormWindow::RefreshNames() {
+  accessKeys_->Refresh();
   std::map<std::pair<ControlKind, QString>, std::vector<QWidget*>> named;
   for (const auto& binding : bindings_) {
     const Control& control = binding->TheControl();

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "controls/form.h"
+#include "ui/access_keys.h"
 #include "ui/binding.h"
 #include "ui/chosen_paths.h"
 
@@ -45,6 +46,10 @@ class FormWindow : public QWidget {
   /// Names everything that takes the focus for screen readers, after its own caption, the caption
   /// that stands for it or its tool tip; controls of one kind and name are numbered.
   void RefreshAccessibleNames();
+  /// Gives all captions their access keys, and names everything that takes the focus for screen
+  /// readers, after its tool tip, its own caption or the caption that stands for it; controls of
+  /// one kind and name are numbered.
+  void RefreshNames();
 
   /// One line for each control without a fitting widget, each widget without a control, and the
   /// first place where the drawing's tab order leaves that of the controls.
@@ -73,6 +78,7 @@ class FormWindow : public QWidget {
   QScrollArea* area_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<const Control*, Binding*> byControl_;
+  std::unique_ptr<AccessKeys> accessKeys_;
   std::map<const QWidget*, const QWidget*>
       namers_;                         ///< what a label or check box gives its name to
   std::optional<std::string> titled_;  ///< the caption that the window's title was made of

@@ -288,7 +288,7 @@ void QtScreen::Refresh() {
     window->second->RefreshControl(*control);
     touched.insert(window->second.get());
   }
-  for (FormWindow* window : touched) window->RefreshAccessibleNames();
+  for (FormWindow* window : touched) window->RefreshNames();
   const auto& shown = TheDesktop().ShownForms();
   if (shown.empty()) return;
   FormWindow& front = WindowOf(*shown.back());

@@ -130,8 +130,8 @@ ListBoxBinding::ListBoxBinding(ListBox& control, QListView& widget)
 
 void ListBoxBinding::ShowState() {
   ListBinding::ShowState();
-  hint_->setText(FromAnsi(list_.Hint()));
-  hint_->setVisible(list_.Count() == 0 && !list_.Hint().empty());
+  hint_->setText(FromAnsi(list_.Placeholder()));
+  hint_->setVisible(list_.Count() == 0 && !list_.Placeholder().empty());
 }
 
 bool ListBoxBinding::MousePressed(const QMouseEvent& event) {

@@ -67,6 +67,11 @@ bool InFront(const QWidget& widget) {
   return widget.window()->isVisible() && (modal == nullptr || modal == widget.window());
 }
 
+std::string Unmarked(std::string caption) {
+  std::erase(caption, '&');
+  return caption;
+}
+
 /// The number of the picture in `images` that `shown` looks like; 0 for none.
 int ImageNumber(const QVariant& shown, const ImageList& images) {
   const QImage image = shown.value<QIcon>().pixmap(kIconSize).toImage();
@@ -268,6 +273,8 @@ Sight WidgetHands::See(const Control& control) {
   if (HasCaption(control)) {
     const bool frame = control.Kind() == ControlKind::Frame;
     sight.caption = ToAnsi(widget.property(frame ? "title" : "text").toString());
+    // Marks of access keys are the screen's own matter.
+    if (Unmarked(*sight.caption) == Unmarked(control.Caption())) sight.caption = control.Caption();
   }
   const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
   if (button && control.Kind() != ControlKind::Button) sight.ticked = button->isChecked();

@@ -101,7 +101,7 @@ TEST(Lists, SayHowToFillThemAndFollowTheMouse) {
   int presses = 0;
   frmEditor.Command16.SetEnabled(true);
   frmEditor.Command16.onPress = [&] { ++presses; };
-  list.SetHint("Nothing yet");
+  list.SetPlaceholder("Nothing yet");
   screen.Refresh();
   auto& view = dynamic_cast<QListView&>(*screen.WidgetOf(list));
   const auto* const hint = view.viewport()->findChild<QLabel*>();

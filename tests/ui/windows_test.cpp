@@ -10,28 +10,19 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QTemporaryDir>
 #include <QTreeView>
 #include <QWheelEvent>
-#include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <set>
 
-#include "controls/desktop.h"
-#include "controls/timer.h"
-#include "driver/widget_screen.h"
 #include "forms/editor_controls.h"
-#include "forms/interface_texts.h"
 #include "forms/string_forms.h"
-#include "frame/startup.h"
-#include "platform/file_numbers.h"
-#include "platform/files.h"
+#include "platform/ansi.h"
+#include "ui/running_program.h"
 
 namespace quillmark {
 namespace {
-
-namespace fs = std::filesystem;
 
 const char* programFiles = nullptr;
 
@@ -160,30 +151,8 @@ TEST(Combos, KeepTheirRowUnderTheWheelAndOpenAsWideAsTheirRows) {
 
 class Windows : public testing::TestWithParam<const char*> {};
 
-/// The program with its main form on the screen, in one of the interface's languages.
-class RunningProgram {
- public:
-  explicit RunningProgram(const std::string& language) {
-    const fs::path files = folder_.path().toStdString();
-    fs::copy(programFiles, files, fs::copy_options::recursive);
-    fs::rename(files / (language + ".BIN"), files / "language.bin");
-    SetProgramFolder(files.string());
-    StartProcess();
-    if (TheDesktop().RunningTimer() != nullptr) TheDesktop().RunningTimer()->Elapse();
-  }
-  ~RunningProgram() {
-    Files.CloseAll();
-    InterfaceTable = {};
-  }
-
-  WidgetScreen screen;
-
- private:
-  QTemporaryDir folder_;
-};
-
 TEST(Dialogs, KeepTheirSizeWithinARun) {
-  RunningProgram program("ENGLISH");
+  RunningProgram program(programFiles, "ENGLISH");
   WidgetScreen& screen = program.screen;
   for (Form* form : TheDesktop().Forms()) {
     if (!form->StartState().sizable || form->onResize) continue;
@@ -227,7 +196,7 @@ void WalkAccessibleTree(QAccessibleInterface& place, const std::string& path) {
 }
 
 TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
-  RunningProgram program(GetParam());
+  RunningProgram program(programFiles, GetParam());
   WidgetScreen& screen = program.screen;
   ASSERT_TRUE(frmEditor.Shown());
   const Place& place = frmEditor.Position();

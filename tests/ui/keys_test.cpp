@@ -1,0 +1,159 @@
+// Keys: the letters that reach controls together with Alt, the keys that reach them from
+// everywhere, and letters that are typed as one word.
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QtTest/QTest>
+#include <iostream>
+#include <set>
+
+#include "forms/editor_controls.h"
+#include "ui/access_keys.h"
+#include "ui/running_program.h"
+
+namespace quillmark {
+namespace {
+
+const char* programFiles = nullptr;
+
+using Captions = std::vector<QString>;
+
+TEST(AccessKeys, AreTheFirstLettersThatAreFree) {
+  EXPECT_EQ(WithAccessKeys({"Load", "Save", "Level list", "Sell"}),
+            Captions({"&Load", "S&ave", "L&evel list", "&Sell"}));
+  EXPECT_EQ(WithAccessKeys({"Main", "M&ain", "...", ""}), Captions({"&Main", "M&ain", "...", ""}));
+  EXPECT_EQ(WithAccessKeys({"One", "&One"}), Captions({"O&ne", "&One"})) << "its own goes first";
+  EXPECT_EQ(WithAccessKeys({"&A", "&A b"}), Captions({"&A", "A &b"})) << "a mark that stands twice";
+  EXPECT_EQ(WithAccessKeys({"ab", "a"}), Captions({"a&b", "&a"})) << "makes room";
+  EXPECT_EQ(WithAccessKeys({"This && that", "T"}), Captions({"T&his && that", "&T"}));
+  EXPECT_EQ(WithAccessKeys({"1", "1"}), Captions({"&1", "1"})) << "none is left";
+}
+
+/// The text that a person sees on or beside a control of a kind that has to have an access key;
+/// none for any other control.
+QString ShownCaption(WidgetScreen& screen, const Control& control) {
+  QWidget* const widget = screen.WidgetOf(control);
+  if (widget == nullptr || widget->isHidden()) return {};
+  switch (control.Kind()) {
+    case ControlKind::Button:
+    case ControlKind::OptionButton:
+      return dynamic_cast<QAbstractButton&>(*widget).text();
+    case ControlKind::TextBox:
+    case ControlKind::ComboBox:
+      for (const QLabel* label : widget->window()->findChildren<QLabel*>()) {
+        if (label->buddy() == widget) return label->text();
+      }
+      return {};
+    default:
+      return {};
+  }
+}
+
+class Languages : public testing::TestWithParam<const char*> {};
+
+TEST_P(Languages, HaveOneAccessKeyForEachCaptionThatNeedsOne) {
+  RunningProgram program(programFiles, GetParam());
+  for (Form* form : TheDesktop().Forms()) {
+    form->Load();
+    program.screen.FormShown(*form);
+    std::set<QKeySequence> keys;
+    for (const Control* control : form->Controls()) {
+      const QString caption = ShownCaption(program.screen, *control);
+      if (!caption.contains(QRegularExpression("[A-Za-z]"))) continue;
+      const QKeySequence key = QKeySequence::mnemonic(caption);
+      EXPECT_FALSE(key.isEmpty()) << form->Name() << ": " << caption.toStdString();
+      EXPECT_TRUE(keys.insert(key).second) << form->Name() << ": " << caption.toStdString();
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, Languages,
+                         testing::Values("ENGLISH", "ITALIAN", "GERMAN", "FRENCH", "SPANISH"));
+
+TEST(Keys, ReachFromEverywhereWhatCanBeReached) {
+  RunningProgram program(programFiles, "ENGLISH");
+  FormWindow& window = program.screen.WindowOf(frmEditor);
+  window.activateWindow();
+  int presses = 0;
+  frmEditor.Command15.onPress = [&] { ++presses; };
+  frmEditor.txtTrack.SetEnabled(true);
+  const auto reload = [&] {
+    program.screen.Refresh();
+    program.screen.TheHands().Settle();
+  };
+  reload();
+  const Control* const focus = frmEditor.Focus();
+  QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(presses, 0) << "the button is disabled";
+  frmEditor.Command15.SetEnabled(true);
+  reload();
+  QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(presses, 1);
+  QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClick(&window, Qt::Key_F1);
+  EXPECT_EQ(frmEditor.Focus(), focus) << "a press from elsewhere leaves the focus where it is";
+  frmEditor.Frame3.SetEnabled(true);
+  frmEditor.txtFind.SetEnabled(true);
+  reload();
+  QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+  EXPECT_EQ(frmEditor.Focus(), &frmEditor.txtFind);
+  const QString save = program.screen.WidgetOf(frmEditor.Command15)->toolTip();
+  EXPECT_TRUE(save.endsWith(QKeySequence("Ctrl+S").toString(QKeySequence::NativeText) + ")"));
+}
+
+TEST(Keys, ReleaseAnAccessKeyInTheBoxThatItReached) {
+  RunningProgram program(programFiles, "ENGLISH");
+  FormWindow& window = program.screen.WindowOf(frmEditor);
+  window.activateWindow();
+  frmEditor.Frame3.SetEnabled(true);
+  std::vector<Key> released;
+  frmEditor.txtTrack.onKeyRelease = [&](Key key) { released.push_back(key); };
+  program.screen.Refresh();
+  program.screen.TheHands().Settle();
+  const QKeySequence key = QKeySequence::mnemonic(ShownCaption(program.screen, frmEditor.txtTrack));
+  const auto letter = static_cast<Qt::Key>(key[0].key());
+  QTest::keyPress(&window, letter, Qt::AltModifier);
+  EXPECT_EQ(frmEditor.Focus(), &frmEditor.txtTrack);
+  QTest::keyRelease(program.screen.WidgetOf(frmEditor.txtTrack), letter, Qt::AltModifier);
+  EXPECT_EQ(released.size(), 1);
+}
+
+TEST(Keys, MakeOneWordOfLettersThatFollowEachOtherSoon) {
+  RunningProgram program(programFiles, "ENGLISH");
+  frmEditor.Frame3.SetEnabled(true);
+  program.screen.Refresh();
+  QWidget& combo = *program.screen.WidgetOf(frmEditor.cmbFMV);
+  const auto soon = static_cast<quint64>(QApplication::keyboardInputInterval()) / 2;
+  quint64 now = 1000;
+  const auto type = [&](char digit, quint64 after) {
+    QKeyEvent event(QEvent::KeyPress, digit, Qt::NoModifier, QString(QLatin1Char(digit)));
+    event.setTimestamp(now += after);
+    QApplication::sendEvent(&combo, &event);
+    return frmEditor.cmbFMV.Row();
+  };
+  EXPECT_EQ(type('3', 0), 3);
+  EXPECT_EQ(type('0', soon), 30);
+  EXPECT_EQ(type('9', soon), 30) << "nothing begins with 309";
+  EXPECT_EQ(type('3', 10 * soon), 31) << "anew, and behind the selected row";
+  EXPECT_EQ(type('3', soon), 33);
+  EXPECT_EQ(type('3', soon), 34) << "the same letter again leads on where no row begins with all";
+  EXPECT_EQ(type('0', 10 * soon), 0);
+}
+
+}  // namespace
+}  // namespace quillmark
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (argc != 2) {
+    std::cerr << "usage: ui_keys_test PROGRAM_FILES\n";
+    return 64;
+  }
+  const QApplication application(argc, argv);
+  quillmark::programFiles = argv[1];
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QTemporaryDir>
+#include <filesystem>
+#include <string>
+
+#include "controls/desktop.h"
+#include "controls/timer.h"
+#include "driver/widget_screen.h"
+#include "forms/interface_texts.h"
+#include "frame/startup.h"
+#include "platform/file_numbers.h"
+#include "platform/files.h"
+
+namespace quillmark {
+
+/// The program with its main form on the screen, in one of the interface's languages. `files` is a
+/// program's own folder, which is copied.
+class RunningProgram {
+ public:
+  RunningProgram(const std::filesystem::path& files, const std::string& language) {
+    const std::filesystem::path own = folder_.path().toStdString();
+    std::filesystem::copy(files, own, std::filesystem::copy_options::recursive);
+    std::filesystem::rename(own / (language + ".BIN"), own / "language.bin");
+    SetProgramFolder(own.string());
+    StartProcess();
+    if (TheDesktop().RunningTimer() != nullptr) TheDesktop().RunningTimer()->Elapse();
+  }
+  ~RunningProgram() {
+    Files.CloseAll();
+    InterfaceTable = {};
+  }
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
+
+  WidgetScreen screen;
+
+ private:
+  QTemporaryDir folder_;
+};
+
+}  // namespace quillmark
