@@ -47,7 +47,8 @@ void Recovery::Look() noexcept {
 void Recovery::LookNow() {
   std::vector<FileCopy> files = CopyOfAll();
   if (!settled_ && files == known_) return;
-  if (!settled_) PutIntoRecoveryFolder(files);
+  // Before the first load there are dialogs that change the empty script: nobody misses that.
+  if (!settled_ && TRScript.NumLevels > 0) PutIntoRecoveryFolder(files);
   settled_ = false;
   known_ = std::move(files);
 }

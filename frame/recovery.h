@@ -22,7 +22,8 @@ class Recovery {
   /// Looks if the last look is a minute ago.
   void ActIsOver() noexcept;
   /// Writes a copy if the script is not what it was after the last load, save or copy. Does nothing
-  /// while a box or a file dialog is open, or while the script is being replaced.
+  /// before there is any level, while a box or a file dialog is open, or while the script is being
+  /// replaced.
   void Look() noexcept;
   /// A load begins, which may leave nothing of the script; looks first.
   void ReplacementBegins() noexcept;

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -35,8 +34,10 @@ void Write(const fs::path& path, std::string_view bytes) {
 }
 
 std::string Content(const fs::path& path) {
+  std::string bytes(fs::file_size(path), '\0');
   std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  return file ? bytes : std::string();
 }
 
 /// The note's line about one file, by which the file is known again. The sum is FNV-1a.
@@ -68,6 +69,7 @@ bool IsNamedByTime(const fs::path& folder) {
 
 /// Whether the folder holds nothing but what was put there, so that nobody misses it.
 bool IsAsItWasMade(const fs::path& folder) {
+  if (!IsThere(folder / kNote)) return false;
   const std::string note = Content(folder / kNote);
   const fs::directory_iterator files(folder);
   return std::all_of(begin(files), end(files), [&](const fs::directory_entry& file) {

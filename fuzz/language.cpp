@@ -2,6 +2,7 @@
 // again to the same strings, with the one zero character more that each load puts behind the last.
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 #include "fuzz/workspace.h"
 #include "platform/file_numbers.h"

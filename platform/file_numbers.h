@@ -22,6 +22,26 @@ namespace quillmark {
 /// not open, or of the wrong kind of file throws the file fault; so does whatever the system
 /// refuses.
 class FileNumbers {
+ private:
+  // In front of the public routines, which deduce their types from these.
+  using OpenFile = std::variant<std::monostate, BinaryFile, FieldReader, LineWriter>;
+
+  [[noreturn]] static void ThrowNoSuchNumber(int number);
+  [[noreturn]] static void ThrowWrongKind(int number);
+
+  /// What stands behind `number` of `self`, which may be constant.
+  template <class Self>
+  static auto& Behind(Self& self, int number) {
+    if (number < 1 || number > 10) ThrowNoSuchNumber(number);
+    return self.files_[number];
+  }
+  template <class Kind, class Self>
+  static auto& Opened(Self& self, int number) {
+    auto* const file = std::get_if<Kind>(&Behind(self, number));
+    if (file == nullptr) ThrowWrongKind(number);
+    return *file;
+  }
+
  public:
   // Opening throws also if the number is open already.
 
@@ -59,14 +79,6 @@ class FileNumbers {
   void ReadNumbers(int number, std::span<CheckedInteger<Raw>> values) {
     Opened<BinaryFile>(*this, number).ReadNumbers(values);
   }
-  template <std::integral Raw>
-  void ReadInto(int number, CheckedInteger<Raw>& value) {
-    ReadNumbers(number, std::span(&value, 1));
-  }
-  template <class Number, std::size_t Count>
-  void ReadInto(int number, FixedArray<Number, Count>& values) {
-    ReadNumbers(number, values.First(Count));
-  }
   /// `count` bytes, zeros for those behind the end.
   std::string ReadText(int number, std::int64_t count);
   /// True once a read has met the end of a binary file; of a text file, when nothing is left.
@@ -96,28 +108,11 @@ class FileNumbers {
   void PrintLine(int number, std::string_view text);
 
  private:
-  using OpenFile = std::variant<std::monostate, BinaryFile, FieldReader, LineWriter>;
-
-  [[noreturn]] static void ThrowNoSuchNumber(int number);
-  [[noreturn]] static void ThrowWrongKind(int number);
-
-  /// What stands behind `number` of `self`, which may be constant.
-  template <class Self>
-  static auto& Behind(Self& self, int number) {
-    if (number < 1 || number > 10) ThrowNoSuchNumber(number);
-    return self.files_[number];
-  }
-  template <class Kind, class Self>
-  static auto& Opened(Self& self, int number) {
-    auto* const file = std::get_if<Kind>(&Behind(self, number));
-    if (file == nullptr) ThrowWrongKind(number);
-    return *file;
-  }
   OpenFile& Free(int number);
   template <class Number>
   Number ReadNumber(int number) {
     Number value;
-    ReadInto(number, value);
+    ReadNumbers(number, std::span(&value, 1));
     return value;
   }
   template <class Number>

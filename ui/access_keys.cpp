@@ -24,11 +24,8 @@ Marked ReadMark(const QString& caption) {
   Marked marked;
   for (qsizetype i = 0; i < caption.size(); ++i) {
     if (caption[i] == kMark && i + 1 < caption.size()) {
-      if (caption[++i] == kMark) {
-        marked.text += kMark;
-      } else if (marked.ownMark < 0) {
-        marked.ownMark = marked.text.size();
-      }
+      ++i;
+      if (caption[i] != kMark && marked.ownMark < 0) marked.ownMark = marked.text.size();
     }
     marked.text += caption[i];
   }

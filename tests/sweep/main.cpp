@@ -167,13 +167,14 @@ void Sweep::Prepare() const {
   fs::current_path(folder_);
 }
 
-/// The person's files: all but the log, what builds leave behind, the trash and the program.
+/// The person's files: all but the log, what builds leave behind, the trash, the program and the
+/// copies that it keeps by itself.
 Disk Sweep::Look() const {
   Disk disk;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder_)) {
     const std::string name = entry.path().lexically_relative(folder_).string();
     const bool passed = name.ends_with(".tmp") || name.ends_with("log.txt") ||
-                        name.starts_with("home") ||
+                        name.starts_with("home") || name.starts_with("program/recovered") ||
                         name == "program/" + program_.filename().string();
     if (passed || !entry.is_regular_file()) continue;
     disk[name] = Bytes(entry.path().string());

@@ -9,11 +9,12 @@
 #include <QRegularExpression>
 #include <QtTest/QTest>
 #include <iostream>
+#include <nlohmann/json.hpp>
 #include <set>
 
+#include "driver/running_program.h"
 #include "forms/editor_controls.h"
 #include "ui/access_keys.h"
-#include "ui/running_program.h"
 
 namespace quillmark {
 namespace {
@@ -58,6 +59,7 @@ class Languages : public testing::TestWithParam<const char*> {};
 TEST_P(Languages, HaveOneAccessKeyForEachCaptionThatNeedsOne) {
   RunningProgram program(programFiles, GetParam());
   for (Form* form : TheDesktop().Forms()) {
+    if (!form->StartState().framed) continue;  // the splash form, which is over
     form->Load();
     program.screen.FormShown(*form);
     std::set<QKeySequence> keys;
@@ -119,13 +121,14 @@ TEST(Keys, ReleaseAnAccessKeyInTheBoxThatItReached) {
   QTest::keyPress(&window, letter, Qt::AltModifier);
   EXPECT_EQ(frmEditor.Focus(), &frmEditor.txtTrack);
   QTest::keyRelease(program.screen.WidgetOf(frmEditor.txtTrack), letter, Qt::AltModifier);
-  EXPECT_EQ(released.size(), 1);
+  EXPECT_EQ(released.size(), 2U) << "the letter and Alt";
 }
 
 TEST(Keys, MakeOneWordOfLettersThatFollowEachOtherSoon) {
   RunningProgram program(programFiles, "ENGLISH");
   frmEditor.Frame3.SetEnabled(true);
   program.screen.Refresh();
+  frmEditor.cmbFMV.onSelect = nullptr;  // which needs a level
   QWidget& combo = *program.screen.WidgetOf(frmEditor.cmbFMV);
   const auto soon = static_cast<quint64>(QApplication::keyboardInputInterval()) / 2;
   quint64 now = 1000;

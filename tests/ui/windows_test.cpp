@@ -16,10 +16,10 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "driver/running_program.h"
 #include "forms/editor_controls.h"
 #include "forms/string_forms.h"
 #include "platform/ansi.h"
-#include "ui/running_program.h"
 
 namespace quillmark {
 namespace {

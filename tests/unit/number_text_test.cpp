@@ -4,6 +4,8 @@
 
 #include <limits>
 
+#include "platform/fault.h"
+
 namespace quillmark {
 namespace {
 

@@ -181,7 +181,7 @@ TEST_F(RecoveryTest, AScriptThatNoSaveCouldWriteLosesOnlyWhatHasNoRoom) {
   // All levels together are too long, and so are the names; and a load that was broken off.
   FillLargestScript(kTr5, kMostLevels);
   fill(TRScript.Levels[254], {ObjectKind::Puzzle, ObjectKind::Key}, 13);
-  TRScript.FileNames[254] += "more\0";
+  TRScript.FileNames[254].insert(0, "more");
   ASSERT_EQ(Loading(CopyOfScript(TRScript).bytes, kTr5), "true");
   EXPECT_EQ(int{TRScript.NumLevels}, 254);
   EXPECT_EQ(int{TRScript.NumFileNames}, 254);
@@ -210,6 +210,7 @@ TEST_F(RecoveryTest, ALanguageThatIsTooLargeKeepsAllButTheStringsWithoutRoom) {
 TEST_F(RecoveryTest, LooksAfterAMinuteAndKeepsWhatIsNotKeptYet) {
   LookingScreen screen;
   TRScript.Levels.Redim(1);
+  TRScript.NumLevels = 1;
   Recovery recovery([this] { return time_; });
   screen.recovery = &recovery;
   const auto actAfter = [&](std::chrono::seconds pause) {
@@ -243,8 +244,12 @@ TEST_F(RecoveryTest, LooksAfterAMinuteAndKeepsWhatIsNotKeptYet) {
 
 TEST_F(RecoveryTest, TroubleIsPassedOverAndTriedAgain) {
   Recovery recovery;
-  MakeFile(Path("recovered"), "no folder");
   TRScript.ScriptFlags = 1;
+  recovery.Look();
+  EXPECT_FALSE(fs::exists(Path("recovered"))) << "nothing is loaded";
+  MakeFile(Path("recovered"), "no folder");
+  TRScript.Levels.Redim(1);
+  TRScript.NumLevels = 1;
   recovery.Look();
   EXPECT_EQ(Bytes(Path("recovered")), "no folder");
   fs::remove(Path("recovered"));

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <set>
 #include <tuple>
 

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 
 #include "core/level_stream.h"
 #include "core/opcode_table.h"

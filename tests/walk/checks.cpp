@@ -1,6 +1,7 @@
 #include "walk/checks.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
 #include <typeinfo>

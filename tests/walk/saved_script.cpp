@@ -1,6 +1,7 @@
 #include "walk/saved_script.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
 

@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <iostream>
+#include <nlohmann/json.hpp>
 #include <system_error>
 
 #include "platform/fault.h"

@@ -4,6 +4,7 @@
 #include <array>
 #include <iostream>
 #include <iterator>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "platform/console.h"

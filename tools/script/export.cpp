@@ -1,4 +1,5 @@
 #include <iostream>
+#include <nlohmann/json.hpp>
 
 #include "platform/ansi.h"
 #include "tools/script/commands.h"

@@ -1,6 +1,7 @@
 #include "tools/script/finding.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 namespace quillmark {
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "tools/script/progress.h"

@@ -29,6 +29,7 @@ class RunningProgram {
   ~RunningProgram() {
     Files.CloseAll();
     InterfaceTable = {};
+    for (Form* form : TheDesktop().Forms()) form->onLoad = form->onShow = form->onUnload = nullptr;
   }
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
