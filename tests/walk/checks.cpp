@@ -11,6 +11,7 @@
 #include "controls/desktop.h"
 #include "core/script_model.h"
 #include "forms/editor_controls.h"
+#include "forms/fault_texts.h"
 #include "support/text.h"
 #include "tools/listing.h"
 #include "walk/act_rules.h"
@@ -114,7 +115,10 @@ void Checks::Before(const std::string& line, const std::string& prompt) {
     savePath_.clear();
     level_ = frmEditor.lstLevels.Row();
   }
-  if (model_.is_null()) model_ = ListScript();
+  if (model_.is_null()) {
+    HearFaults();
+    model_ = ListScript();
+  }
   line_ = line;
   if (prompt.starts_with("file save") && line.starts_with("choose ")) {
     std::istringstream path(line.substr(line.find('"')));
@@ -125,7 +129,7 @@ void Checks::Before(const std::string& line, const std::string& prompt) {
 void Checks::After(const std::string& answer, const std::string& prompt) {
   boxed_ = boxed_ || prompt.starts_with("box");
   refused_ = answer.find("refused\n") != std::string::npos || answer.starts_with("error:");
-  CheckFault(prompt);
+  CheckFault();
   CheckChanges();
   CheckBounds();
   CheckControls(prompt == kReady);
@@ -135,16 +139,23 @@ void Checks::After(const std::string& answer, const std::string& prompt) {
   }
 }
 
-void Checks::CheckFault(const std::string& prompt) {
-  static const std::regex fault(
-      R"x(box critical End,Continue .*could not be done.*\\u000a([a-z ]+): .*)x");
-  std::smatch name;
-  if (!std::regex_match(prompt, name, fault)) return;
-  const std::string kinds(RuleOf(act_).faults);
-  const std::string kind = std::regex_replace(name[1].str(), std::regex(" fault$"), "");
-  if (!Matches(kind, kinds)) throw Finding{"a " + name[1].str() + " of " + act_, "ready"};
+void Checks::HearFaults() {
+  TheDesktop().TellFaultsBy([this](std::string_view operation, const Fault& fault, bool canGoOn) {
+    fault_ = fault;
+    return TellFault(operation, fault, canGoOn);
+  });
+}
+
+void Checks::CheckFault() {
+  const std::optional<Fault> fault = std::exchange(fault_, {});
+  if (!fault) return;
+  const std::string name(FaultName(fault->kind()));
+  const std::string kind = std::regex_replace(name, std::regex(" fault$"), "");
+  if (!Matches(kind, std::string(RuleOf(act_).faults))) {
+    throw Finding{"a fault of " + act_ + ": " + name, "ready"};
+  }
   const bool selected = frmEditor.lstLevels.Row() >= 0;
-  if (selected && prompt.find("no level is selected") != std::string::npos) {
+  if (selected && std::string_view(fault->what()).find("no level is selected") == 0) {
     throw Finding{"no level is selected, and one is: " + act_, "ready"};
   }
 }

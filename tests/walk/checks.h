@@ -5,6 +5,7 @@
 #include <string>
 
 #include "driver/hands.h"
+#include "platform/fault.h"
 #include "tools/json_text.h"
 
 namespace quillmark {
@@ -27,7 +28,9 @@ class Checks {
   void After(const std::string& answer, const std::string& prompt);
 
  private:
-  void CheckFault(const std::string& prompt);
+  /// Listens to the faults that a person is told of.
+  void HearFaults();
+  void CheckFault();
   void CheckChanges();
   void CheckFlag(const Json& now) const;
   void CheckBounds();
@@ -43,6 +46,7 @@ class Checks {
   bool boxed_ = false;  ///< the act has opened a box
   bool refused_ = false;
   bool broken_ = true;  ///< a load or a new script was broken off, and the model is in pieces
+  std::optional<Fault> fault_;  ///< that came since the line
   std::string savePath_;
 };
 
