@@ -251,6 +251,9 @@ int main(int argc, char** argv) {
   for (const Case& chosen : Cases()) {
     benchmark::RegisterBenchmark(("load/" + chosen.name).c_str(), Load, chosen)->UseManualTime();
     benchmark::RegisterBenchmark(("save/" + chosen.name).c_str(), Save, chosen)->UseManualTime();
+    benchmark::RegisterBenchmark(("show/" + chosen.name).c_str(), RunTool, chosen, ShowText);
+    benchmark::RegisterBenchmark(("check/" + chosen.name).c_str(), RunTool, chosen, CheckFile);
+    benchmark::RegisterBenchmark(("export/" + chosen.name).c_str(), RunTool, chosen, ExportJson);
   }
   benchmark::RegisterBenchmark("look/unchanged", LookForUnsaved, false)->UseManualTime();
   benchmark::RegisterBenchmark("look/changed", LookForUnsaved, true)->UseManualTime();

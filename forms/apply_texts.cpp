@@ -239,8 +239,9 @@ const std::vector<FormTexts>& Texts() {
 void ApplyTexts(Form& form) {
   for (const FormTexts& texts : Texts()) {
     if (texts.form != &form) continue;
-    for (const auto& [entry, place] : texts.assignments) {
-      std::visit([&](const auto& where) { where.Write(TextOf(entry)); }, place);
+    for (const Assignment& assignment : texts.assignments) {
+      const std::string& text = TextOf(assignment.entry);
+      std::visit([&text](const auto& place) { place.Write(text); }, assignment.place);
     }
   }
 }

@@ -58,7 +58,7 @@ std::string CauseOf(const Fault& fault) {
   if (const auto* told = dynamic_cast<const ToldFault*>(&fault)) {
     return TextOrEnglish(told->cause());
   }
-  const std::string cause = TextOrEnglish(EntryOf(fault.kind()));
+  std::string cause = TextOrEnglish(EntryOf(fault.kind()));
   if (fault.kind() == FaultKind::NoSelection || fault.kind() == FaultKind::Memory) return cause;
   if (fault.about().empty()) return cause + fault.what();
   return cause + (fault.kind() == FaultKind::File ? Utf8ToAnsi(fault.about()) : fault.about());

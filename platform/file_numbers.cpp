@@ -1,6 +1,7 @@
 #include "platform/file_numbers.h"
 
 #include <algorithm>
+#include <exception>
 #include <type_traits>
 #include <utility>
 
@@ -113,7 +114,13 @@ void FileNumbers::CloseAll() noexcept {
   Abandon(kLogNumber);
 }
 
-void FileNumbers::Abandon(int number) noexcept { Behind(*this, number) = OpenFile(); }
+void FileNumbers::Abandon(int number) noexcept {
+  try {
+    Behind(*this, number) = OpenFile();
+  } catch (const std::exception&) {
+    return;  // behind a number that there is not, there is nothing to give up
+  }
+}
 
 std::string FileNumbers::ReadText(int number, std::int64_t count) {
   return Opened<BinaryFile>(*this, number).ReadText(count);

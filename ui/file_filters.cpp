@@ -38,7 +38,7 @@ QString FileFilters(const QString& pairs) {
 
 QStringList PatternsOf(const QString& filters) {
   QStringList patterns;
-  for (const QString& filter : filters.split(QStringLiteral(";;"))) {
+  for (const QString& filter : filters.split(QStringLiteral(";;"), Qt::SkipEmptyParts)) {
     const qsizetype open = filter.lastIndexOf(QLatin1Char('('));
     patterns += filter.sliced(open + 1).chopped(1).split(QLatin1Char(' '));
   }

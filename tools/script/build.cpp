@@ -35,8 +35,10 @@ void CompareFields(const ScriptValue& wanted, const Record& before, const Record
     const std::string said = FieldText(wanted, before, field);
     const std::string written = FieldText(wanted, after, field);
     if (said == written) continue;
-    findings.push_back({"not-written", Severity::Warning, place + '/' + std::string(field.name),
-                        "the script has no place for " + said + " here; it reads as " + written});
+    std::string sentence = "the script has no place for ";
+    sentence.append(said).append(" here; it reads as ").append(written);
+    findings.push_back(
+        {"not-written", Severity::Warning, place + '/' + std::string(field.name), sentence});
   }
 }
 
