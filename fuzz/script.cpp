@@ -12,12 +12,12 @@
 #include "platform/file_numbers.h"
 #include "tools/listing.h"
 #include "tools/script/check.h"
+#include "tools/script/json_form.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_files.h"
 #include "tools/script/script_json.h"
 #include "tools/script/script_scan.h"
 #include "tools/script/show.h"
-#include "tools/script/text_form.h"
 
 namespace quillmark {
 namespace {

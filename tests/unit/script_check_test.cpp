@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "tools/json_text.h"
 #include "tools/script/check.h"
 #include "tools/script/csv.h"
 #include "tools/script/string_table.h"

@@ -9,6 +9,7 @@
 #include "core/script_dat.h"
 #include "strings/language_files.h"
 #include "tools/script/diff.h"
+#include "tools/script/json_form.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_files.h"
 #include "tools/script/script_json.h"
@@ -77,8 +78,7 @@ class ScriptToolTest : public CoreTest {
 
   static Findings ErrorsOf(const std::string& json) {
     Findings findings;
-    const Json parsed = ParseJson(json, findings);
-    if (findings.empty()) ScriptFromJson(parsed, findings);
+    ScriptFromText(json, findings);
     return findings;
   }
 };

@@ -1,6 +1,5 @@
 #include <filesystem>
 #include <iostream>
-#include <nlohmann/json.hpp>
 #include <system_error>
 
 #include "platform/fault.h"
@@ -106,9 +105,7 @@ void WarnOfOthers(const std::string& folder, const ScriptValue& value) {
 int RunBuild(const Arguments& arguments) {
   const std::string& folder = arguments.positional[1];
   Findings findings;
-  ScriptValue value;
-  const Json json = ParseJson(ReadJsonFile(arguments.positional[0]), findings);
-  if (findings.empty()) value = ScriptFromJson(json, findings);
+  const ScriptValue value = ScriptFromText(ReadJsonFile(arguments.positional[0]), findings);
   if (HasSeverity(findings, Severity::Error)) {
     Print(findings);
     return kRefused;

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <iostream>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <set>
 
 #include "tools/script/commands.h"
+#include "tools/script/json_form.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_fields.h"
 #include "tools/script/script_rules.h"
@@ -236,9 +236,7 @@ int RunCheck(const Arguments& arguments) {
   const std::uint8_t game = arguments.game ? *arguments.game : ChooseGame(source);
   const Findings findings = CheckScript(source, game);
   if (arguments.json) {
-    Json list = Json::array();
-    for (const Finding& finding : findings) list.push_back(FindingToJson(finding));
-    std::cout << JsonDocument({{"Game", GameName(game)}, {"Findings", std::move(list)}});
+    std::cout << FindingsDocument(game, findings);
   } else {
     for (const Finding& finding : findings) std::cout << FindingLine(finding) << '\n';
   }

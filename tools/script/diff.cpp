@@ -4,12 +4,12 @@
 #include <array>
 #include <iostream>
 #include <iterator>
-#include <nlohmann/json.hpp>
 #include <set>
 
 #include "platform/console.h"
 #include "tools/script/commands.h"
 #include "tools/script/field_text.h"
+#include "tools/script/json_form.h"
 #include "tools/script/progress.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_scan.h"
@@ -285,8 +285,6 @@ void Print(const std::vector<Difference>& differences) {
   }
 }
 
-Json ToJson(const std::optional<std::string>& text) { return text ? Json(*text) : Json(); }
-
 }  // namespace
 
 std::vector<Difference> Differences(const ScriptValue& first, const ScriptValue& second) {
@@ -301,14 +299,7 @@ int RunDiff(const Arguments& arguments) {
   }
   const std::vector<Difference> differences = Differences(values[0], values[1]);
   if (arguments.json) {
-    Json list = Json::array();
-    for (const Difference& difference : differences) {
-      list.push_back({{"Part", difference.part},
-                      {"Name", difference.name},
-                      {"First", ToJson(difference.first)},
-                      {"Second", ToJson(difference.second)}});
-    }
-    std::cout << JsonDocument({{"Differences", std::move(list)}});
+    std::cout << DifferencesDocument(differences);
   } else {
     Print(differences);
   }

@@ -3,10 +3,10 @@
 
 #include "platform/ansi.h"
 #include "tools/script/commands.h"
+#include "tools/script/json_form.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_json.h"
 #include "tools/script/script_scan.h"
-#include "tools/script/text_form.h"
 #include "tools/script/whole_files.h"
 
 namespace quillmark {

@@ -1,7 +1,6 @@
 #include "tools/script/finding.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 namespace quillmark {
 
@@ -32,13 +31,6 @@ std::string FindingLine(const Finding& finding) {
   line += ": ";
   if (!finding.place.empty()) line += finding.place + ": ";
   return line + finding.sentence + " [" + std::string(finding.id) + "]";
-}
-
-Json FindingToJson(const Finding& finding) {
-  return {{"Id", finding.id},
-          {"Severity", SeverityName(finding.severity)},
-          {"Place", finding.place},
-          {"Sentence", finding.sentence}};
 }
 
 }  // namespace quillmark

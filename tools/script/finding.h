@@ -4,8 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/json_text.h"
-
 namespace quillmark {
 
 enum class Severity { Note, Warning, Error };
@@ -29,6 +27,5 @@ bool HasSeverity(const Findings& findings, Severity least);
 
 /// One line for a person, without a line end.
 std::string FindingLine(const Finding& finding);
-Json FindingToJson(const Finding& finding);
 
 }  // namespace quillmark

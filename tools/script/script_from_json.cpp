@@ -465,4 +465,9 @@ ScriptValue ScriptFromJson(const Json& json, Findings& findings) {
   return Reader(findings).Read(json);
 }
 
+ScriptValue ScriptFromText(std::string_view text, Findings& findings) {
+  const Json json = ParseJson(text, findings);
+  return findings.empty() ? ScriptFromJson(json, findings) : ScriptValue();
+}
+
 }  // namespace quillmark

@@ -27,6 +27,8 @@ Json ParseJson(std::string_view text, Findings& findings);
 /// The script that the JSON says. Everything that is wrong with it goes to `findings`, each with
 /// the place where it stands; without an error among them the script can be built.
 ScriptValue ScriptFromJson(const Json& json, Findings& findings);
+/// The same of a text; if that is no JSON, or holds a member twice, no more is looked at.
+ScriptValue ScriptFromText(std::string_view text, Findings& findings);
 
 /// The name of the member that shows a reference's text.
 std::string CommentName(std::string_view field);

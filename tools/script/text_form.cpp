@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <nlohmann/json.hpp>
 
 #include "platform/ansi.h"
 
@@ -56,44 +55,6 @@ std::string Unescaped(std::string_view text) {
   return bytes;
 }
 
-/// The lists that have a line for each entry.
-bool IsLongList(std::string_view name) {
-  constexpr std::array<std::string_view, 6> kNames = {"FileNames", "LanguageNames", "Levels",
-                                                      "Objects",   "Strings",       "lost"};
-  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
-}
-
-/// Whether the members of an object stand on lines of their own; every other value is one line.
-bool HasLongList(const Json& value) {
-  if (!value.is_object()) return false;
-  const auto members = value.items();
-  return std::any_of(members.begin(), members.end(), [](const auto& member) {
-    return IsLongList(member.key()) || HasLongList(member.value());
-  });
-}
-
-void AppendLine(std::string& text, const Json& value) {
-  text += value.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-void AppendValue(std::string& text, const Json& value, std::string_view name, std::size_t depth) {
-  const bool list = value.is_array() && IsLongList(name);
-  if (value.empty() || (!list && !HasLongList(value))) return AppendLine(text, value);
-  const std::string indent(2 * depth + 2, ' ');
-  text += list ? "[\n" : "{\n";
-  std::size_t left = value.size();
-  for (const auto& [key, member] : value.items()) {
-    text += indent;
-    if (!list) {
-      AppendLine(text, key);
-      text += ": ";
-    }
-    AppendValue(text, member, list ? "" : key, depth + 1);
-    text += --left > 0 ? ",\n" : "\n";
-  }
-  text.append(2 * depth, ' ') += list ? ']' : '}';
-}
-
 }  // namespace
 
 std::string EscapedText(std::string_view bytes, bool keepLineEnds) {
@@ -138,32 +99,6 @@ std::string InCodePage(std::string_view text) {
     }
   }
   throw NoBytes("the text is no UTF-8");
-}
-
-Json EntryToJson(std::string_view entry) {
-  if (entry.ends_with('\0')) return AnsiToUtf8(entry.substr(0, entry.size() - 1));
-  return {{"Text", AnsiToUtf8(entry)}, {"Unterminated", true}};
-}
-
-std::string JsonDocument(const Json& value) {
-  std::string plain;
-  AppendValue(plain, value, "", 0);
-  std::string text;
-  text.reserve(plain.size());
-  for (std::size_t at = 0; at < plain.size(); ++at) {
-    const unsigned byte = static_cast<unsigned char>(plain[at]);
-    const unsigned next = at + 1 < plain.size() ? static_cast<unsigned char>(plain[at + 1]) : 0;
-    const bool twoByteControl = byte == 0xC2 && next < 0xA0;
-    if (byte != 0x7F && !twoByteControl) {
-      text += plain[at];
-      continue;
-    }
-    const unsigned control = twoByteControl ? next : byte;
-    text += "\\u00";
-    text += {kHexDigits[control >> 4U], kHexDigits[control & 0xFU]};
-    at += twoByteControl ? 1 : 0;
-  }
-  return text += '\n';
 }
 
 }  // namespace quillmark

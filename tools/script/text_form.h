@@ -4,8 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "tools/json_text.h"
-
 namespace quillmark {
 
 /// Bytes of the game's files as text that people read, compare and edit, and back without loss.
@@ -31,13 +29,5 @@ std::string EntryBytes(std::string_view text);
 
 /// UTF-8 text in the code page. Throws `NoBytes` for a character outside of it.
 std::string InCodePage(std::string_view text);
-
-/// A string or name in JSON: a text without its last zero, or, if it lacks that, an object with the
-/// members "Text" and "Unterminated".
-Json EntryToJson(std::string_view entry);
-
-/// The text of a JSON value with a line for each entry of a list. Control characters above 0x7E are
-/// escaped.
-std::string JsonDocument(const Json& value);
 
 }  // namespace quillmark
