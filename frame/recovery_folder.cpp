@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -62,9 +61,17 @@ std::string NoteOf(const std::vector<FileCopy>& files) {
   return note;
 }
 
+/// Whether the name has this form, in which a 0 stands for any digit.
+bool HasForm(std::string_view name, std::string_view form) {
+  const auto fits = [](char character, char sample) {
+    return sample == '0' ? character >= '0' && character <= '9' : character == sample;
+  };
+  return std::equal(name.begin(), name.end(), form.begin(), form.end(), fits);
+}
+
 bool IsNamedByTime(const fs::path& folder) {
-  static const std::regex form(R"(\d{4}-\d\d-\d\d \d\d\.\d\d\.\d\d( \(\d\))?)");
-  return std::regex_match(PathText(folder.filename()), form);
+  const std::string name = PathText(folder.filename());
+  return HasForm(name, "0000-00-00 00.00.00") || HasForm(name, "0000-00-00 00.00.00 (0)");
 }
 
 /// Whether the folder holds nothing but what was put there, so that nobody misses it.
