@@ -4,6 +4,19 @@
 #include "controls/form.h"
 
 namespace quillmark {
+namespace {
+
+/// A caption without mnemonic marks and without the colon that leads to a box.
+std::string Spoken(std::string caption) {
+  constexpr std::string_view kBlanks = " \xA0";
+  if (caption == "...") return {};
+  std::erase(caption, '&');
+  caption.erase(caption.find_last_not_of(std::string(kBlanks) + ':') + 1);
+  caption.erase(0, caption.find_first_not_of(kBlanks));
+  return caption;
+}
+
+}  // namespace
 
 std::string_view KindName(ControlKind kind) {
   switch (kind) {
@@ -58,6 +71,15 @@ void Control::SetCaption(std::string_view caption) {
 void Control::SetToolTip(std::string_view toolTip) {
   toolTip_ = ShownText(toolTip);
   MarkChanged();
+}
+
+std::string Control::SpokenName() const {
+  if (std::string own = Spoken(caption_); !own.empty()) return own;
+  const Control* const namer = NamedBy();
+  if (std::string beside = namer == nullptr ? "" : namer->SpokenName(); !beside.empty()) {
+    return beside;
+  }
+  return Spoken(toolTip_);
 }
 
 void Control::SetHint(std::string_view hint) {
@@ -171,10 +193,8 @@ void Control::MarkChanged() {
 }
 
 std::string Control::OperationName() const {
-  std::string name = !caption_.empty() && caption_ != "..." ? caption_ : toolTip_;
-  if (name.empty()) return FullName();
-  std::erase(name, '&');
-  return name;
+  const std::string name = SpokenName();
+  return name.empty() ? FullName() : name;
 }
 
 }  // namespace quillmark

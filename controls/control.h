@@ -33,7 +33,8 @@ std::string_view KindName(ControlKind kind);
 /// How a control starts: what the form was designed with. Fields that a kind has no use for stay
 /// empty.
 struct Design {
-  Control* frame = nullptr;  ///< what it stands in; none for a control of the bare form
+  Control* frame = nullptr;    ///< what it stands in; none for a control of the bare form
+  Control* namedBy = nullptr;  ///< whose caption tells what it is for, if it has none itself
   std::string caption = {};
   bool enabled = true;
   bool visible = true;
@@ -66,11 +67,15 @@ class Control {
   std::string FullName() const;
   Form& Owner() const { return form_; }
   Control* Parent() const { return design_.frame; }
+  Control* NamedBy() const { return design_.namedBy; }
 
   const std::string& Caption() const { return caption_; }
   void SetCaption(std::string_view caption);
   const std::string& ToolTip() const { return toolTip_; }
   void SetToolTip(std::string_view toolTip);
+  /// What a person calls it: its caption without mark and colon, or that of the control that names
+  /// it, or its tool tip; empty if it has none of them.
+  std::string SpokenName() const;
   /// What surprises people about it. Unlike the tool tip, which it stands in for, it is no name.
   const std::string& Hint() const { return hint_; }
   void SetHint(std::string_view hint);

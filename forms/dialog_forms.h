@@ -32,9 +32,9 @@ struct FrmOptions : Form {
                                       {.caption = "Sconosciuto #2"},
                                       {.caption = "Sconosciuto #3"}}};
   Label Label1{*this, "Label1", {.caption = "Framerate:"}};
-  TextBox txtFrameRate{*this, "txtFrameRate", {}};
+  TextBox txtFrameRate{*this, "txtFrameRate", {.namedBy = &Label1}};
   Label Label2{*this, "Label2", {.caption = "Security:"}};
-  TextBox txtSec{*this, "txtSec", {}};
+  TextBox txtSec{*this, "txtSec", {.namedBy = &Label2}};
   Button Command2{*this, "Command2", {.caption = "OK"}};
   Button Command1{*this, "Command1", {.caption = "Annulla"}};
 };
@@ -47,14 +47,15 @@ struct FrmEx : Form {
   ControlArray<Label, 2> Label1{*this, "Label1", InBothFrames("Livelli:")};
   ControlArray<Label, 2> Label2{*this, "Label2", InBothFrames("FMV:")};
   ControlArray<Label, 2> Label3{*this, "Label3", InBothFrames("Cutscene:")};
-  ControlArray<TextBox, 6> txtExtensions{*this,
-                                         "txtExtensions",
-                                         {{.frame = &Frame1[0], .maxLength = 3},
-                                          {.frame = &Frame1[0], .maxLength = 3},
-                                          {.frame = &Frame1[0], .maxLength = 3},
-                                          {.frame = &Frame1[1], .maxLength = 3},
-                                          {.frame = &Frame1[1], .maxLength = 3},
-                                          {.frame = &Frame1[1], .maxLength = 3}}};
+  ControlArray<TextBox, 6> txtExtensions{
+      *this,
+      "txtExtensions",
+      {{.frame = &Frame1[0], .namedBy = &Label1[0], .maxLength = 3},
+       {.frame = &Frame1[0], .namedBy = &Label2[0], .maxLength = 3},
+       {.frame = &Frame1[0], .namedBy = &Label3[0], .maxLength = 3},
+       {.frame = &Frame1[1], .namedBy = &Label1[1], .maxLength = 3},
+       {.frame = &Frame1[1], .namedBy = &Label2[1], .maxLength = 3},
+       {.frame = &Frame1[1], .namedBy = &Label3[1], .maxLength = 3}}};
   Button Command1{*this, "Command1", {.caption = "OK"}};
   Button Command2{*this, "Command2", {.caption = "Annulla"}};
 
@@ -77,7 +78,7 @@ struct FrmLangEditor : Form {
   FrmLangEditor();
 
   Label Label1{*this, "Label1", {.caption = "File:"}};
-  TextBox Text1{*this, "Text1", {}};
+  TextBox Text1{*this, "Text1", {.namedBy = &Label1}};
   Button Command1{*this, "Command1", {.caption = "..."}};
   ListView l{*this, "l", {}, {{"Elemento", 3600}, {"Traduzione", 3600}}};
   TextBox txtString{*this, "txtString", {}};
@@ -98,20 +99,20 @@ struct FrmOldPrototipe : Form {
   FrmOldPrototipe();
 
   Label Label1{*this, "Label1", {.caption = "Flags:"}};
-  TextBox tFlags{*this, "tFlags", {}};
+  TextBox tFlags{*this, "tFlags", {.namedBy = &Label1}};
   Label Label2{*this, "Label2", {.caption = "Framerate:"}};
-  TextBox tFramerate{*this, "tFramerate", {}};
+  TextBox tFramerate{*this, "tFramerate", {.namedBy = &Label2}};
   Label Label3{*this, "Label3", {.caption = "Security flag:"}};
-  TextBox tSec{*this, "tSec", {}};
+  TextBox tSec{*this, "tSec", {.namedBy = &Label3}};
   Label Label4{*this, "Label4", {.caption = "Number of levels:"}};
-  TextBox tNumL{*this, "tNumL", {}};
+  TextBox tNumL{*this, "tNumL", {.namedBy = &Label4}};
   Label Label5{*this, "Label5", {.caption = "Number of filenames strings:"}};
-  TextBox tF{*this, "tF", {}};
+  TextBox tF{*this, "tF", {.namedBy = &Label5}};
   Label Label6{*this, "Label6", {.caption = "Size of level filenames strings data:"}};
-  TextBox tFS{*this, "tFS", {}};
+  TextBox tFS{*this, "tFS", {.namedBy = &Label6}};
   Label Label7{*this, "Label7", {.caption = "bytes"}};
   Label Label8{*this, "Label8", {.caption = "Size of level script data:"}};
-  TextBox tSS{*this, "tSS", {}};
+  TextBox tSS{*this, "tSS", {.namedBy = &Label8}};
   Label Label9{*this, "Label9", {.caption = "bytes"}};
   ListBox lex{*this, "lex", {}};
   ListBox lFN{*this, "lFN", {}};

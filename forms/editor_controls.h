@@ -46,15 +46,16 @@ struct FrmEditor : Form {
 
   Frame Frame3{*this, "Frame3", {.enabled = false}};
   Label Label3{*this, "Label3", {.frame = &Frame3, .caption = "Nome:"}};
-  ComboBox cmbName{*this, "cmbName", {.frame = &Frame3}};
+  ComboBox cmbName{*this, "cmbName", {.frame = &Frame3, .namedBy = &Label3}};
   Label Label2{*this, "Label2", {.frame = &Frame3, .caption = "Traccia audio:"}};
-  TextBox txtTrack{*this, "txtTrack", {.frame = &Frame3, .text = "000"}};
+  TextBox txtTrack{*this, "txtTrack", {.frame = &Frame3, .namedBy = &Label2, .text = "000"}};
   Label Label1{*this, "Label1", {.frame = &Frame3, .caption = "Nome file:"}};
-  ComboBox cmbFN{*this, "cmbFN", {.frame = &Frame3}};
+  ComboBox cmbFN{*this, "cmbFN", {.frame = &Frame3, .namedBy = &Label1}};
   Label Label10{*this, "Label10", {.frame = &Frame3, .caption = "Legenda:"}};
-  ComboBox cmbLegend{*this, "cmbLegend", {.frame = &Frame3, .rows = {"Nessuna"}}};
+  ComboBox cmbLegend{
+      *this, "cmbLegend", {.frame = &Frame3, .namedBy = &Label10, .rows = {"Nessuna"}}};
   Label Label4{*this, "Label4", {.frame = &Frame3, .caption = "Telecamera di caricamento:"}};
-  ControlArray<TextBox, 7> txtCamera{*this, "txtCamera", {.frame = &Frame3}};
+  ControlArray<TextBox, 7> txtCamera{*this, "txtCamera", {.frame = &Frame3, .namedBy = &Label4}};
   CheckBox chkHorizon{*this, "chkHorizon", {.frame = &Frame3, .caption = "Orizzonte"}};
   CheckBox chkCol{
       *this, "chkCol", {.frame = &Frame3, .caption = "Alone biancastro sull'orizzonte"}};
@@ -70,21 +71,21 @@ struct FrmEditor : Form {
       *this, "chkHorus", {.frame = &Frame3, .caption = "Rimuovi amuleto di Horus dall'inventario"}};
   Label Label11{*this, "Label11", {.frame = &Frame3, .caption = "Cielo 1: "}};
   CheckBox chkLayer1{*this, "chkLayer1", {.frame = &Frame3, .caption = "Layer1:"}};
-  ControlArray<TextBox, 4> txtLayer1{*this, "txtLayer1", {.frame = &Frame3}};
+  ControlArray<TextBox, 4> txtLayer1{*this, "txtLayer1", {.frame = &Frame3, .namedBy = &chkLayer1}};
   CheckBox chkLayer2{*this, "chkLayer2", {.frame = &Frame3, .caption = "Layer2:"}};
-  ControlArray<TextBox, 4> txtLayer2{*this, "txtLayer2", {.frame = &Frame3}};
+  ControlArray<TextBox, 4> txtLayer2{*this, "txtLayer2", {.frame = &Frame3, .namedBy = &chkLayer2}};
   CheckBox chkLens{*this, "chkLens", {.frame = &Frame3, .caption = "LensFlare:"}};
-  ControlArray<TextBox, 6> txtL{*this, "txtL", {.frame = &Frame3}};
+  ControlArray<TextBox, 6> txtL{*this, "txtL", {.frame = &Frame3, .namedBy = &chkLens}};
   CheckBox chkFog{*this, "chkFog", {.frame = &Frame3, .caption = "Nebbia:"}};
-  ControlArray<TextBox, 3> txtFog{*this, "txtFog", {.frame = &Frame3}};
+  ControlArray<TextBox, 3> txtFog{*this, "txtFog", {.frame = &Frame3, .namedBy = &chkFog}};
   CheckBox chkUV{*this, "chkUV", {.frame = &Frame3, .caption = "UVRotate:"}};
-  TextBox txtUV{*this, "txtUV", {.frame = &Frame3}};
+  TextBox txtUV{*this, "txtUV", {.frame = &Frame3, .namedBy = &chkUV}};
   CheckBox chkMirror{*this, "chkMirror", {.frame = &Frame3, .caption = "Specchio:"}};
-  TextBox txtMirrorRoom{*this, "txtMirrorRoom", {.frame = &Frame3}};
-  TextBox txtMirrorValue{*this, "txtMirrorValue", {.frame = &Frame3}};
+  TextBox txtMirrorRoom{*this, "txtMirrorRoom", {.frame = &Frame3, .namedBy = &chkMirror}};
+  TextBox txtMirrorValue{*this, "txtMirrorValue", {.frame = &Frame3, .namedBy = &chkMirror}};
   Button Command10{*this, "Command10", {.frame = &Frame3, .caption = "...", .enabled = false}};
   CheckBox check1{*this, "check1", {.frame = &Frame3, .caption = "ResetHUB:"}};
-  TextBox txtResetHUB{*this, "txtResetHUB", {.frame = &Frame3}};
+  TextBox txtResetHUB{*this, "txtResetHUB", {.frame = &Frame3, .namedBy = &check1}};
   Label Label7{*this, "Label7", {.frame = &Frame3}};
   Button Command22{
       *this, "Command22", {.frame = &Frame3, .caption = "Animating MIPs...", .visible = false}};
@@ -127,8 +128,9 @@ struct FrmEditor : Form {
                                 "Label5",
                                 {{.frame = &Frame7, .caption = "Cutscene all'inizio del livello:"},
                                  {.frame = &Frame7, .caption = "FMV:"}}};
-  ComboBox cmbFMV{*this, "cmbFMV", {.frame = &Frame7, .rows = Numbers(0, 30)}};
-  ComboBox cmbCut{*this, "cmbCut", {.frame = &Frame3, .rows = Numbers(0, 35)}};
+  ComboBox cmbFMV{
+      *this, "cmbFMV", {.frame = &Frame7, .namedBy = &Label5[1], .rows = Numbers(0, 30)}};
+  ComboBox cmbCut{*this, "cmbCut", {.frame = &Frame3, .namedBy = &Label6, .rows = Numbers(0, 35)}};
   ListView lstCuts{
       *this, "lstCuts", {.frame = &Frame7}, {{"n\xB0", 500}, {"ID Cutscene", 1200}}, {"film"}};
   Label Label6{*this, "Label6", {.frame = &Frame7, .caption = "Cutscene all'interno del livello:"}};

@@ -22,7 +22,15 @@ struct FrmForm2 : Form {
                       {"Giapponese", 2200}}};
   Picture Image1{*this, "Image1", {}};
   ControlArray<TextBox, 7> txtString{*this, "txtString", Design{}};
-  ControlArray<Button, 7> cmdOpen{*this, "cmdOpen", Design{}};
+  ControlArray<Button, 7> cmdOpen{*this,
+                                  "cmdOpen",
+                                  {{.namedBy = &txtString[0]},
+                                   {.namedBy = &txtString[1]},
+                                   {.namedBy = &txtString[2]},
+                                   {.namedBy = &txtString[3]},
+                                   {.namedBy = &txtString[4]},
+                                   {.namedBy = &txtString[5]},
+                                   {.namedBy = &txtString[6]}}};
   TextBox Text1{*this, "Text1", {}};
   Button Command1{*this, "Command1", {.caption = "OK"}};
   Button Command2{*this, "Command2", {.caption = "Annulla"}};

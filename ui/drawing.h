@@ -19,7 +19,6 @@ namespace quillmark {
 ///     fixedPitch  it uses the fixed-pitch font
 ///     iconName    of a button or line edit: its line icon
 ///     picture     of a label: its picture
-///     namedBy     the control whose caption names this one for a screen reader
 ///     opensOver   of a form: the part of the form behind it that it opens in front of
 ///     reachedBy   the keys that press this button, or lead to this box, from everywhere in its
 ///     window

@@ -66,14 +66,6 @@ QString DroppedFile(const QDropEvent& event) {
   return urls.size() == 1 ? QDir::toNativeSeparators(urls.front().toLocalFile()) : QString();
 }
 
-/// A caption without mnemonic marks and without the colon that leads to a box.
-QString Spoken(QString text) {
-  text.remove(QLatin1Char('&'));
-  text = text.trimmed();
-  while (text.endsWith(QLatin1Char(':'))) text.chop(1);
-  return text == QLatin1String("...") ? QString() : text;
-}
-
 /// Whether the widget is of a kind that only controls are drawn with.
 bool LooksLikeControl(const QWidget& widget) {
   if (qobject_cast<const ColumnLabel*>(&widget) != nullptr) return false;
@@ -115,7 +107,6 @@ FormWindow::FormWindow(Form& form, const ChosenPaths& paths)
   setAcceptDrops(form.onFileDropped != nullptr);
   following_.setSingleShot(true);
   connect(&following_, &QTimer::timeout, this, &FormWindow::FollowFrame);
-  FindNamers();
   for (const auto& binding : bindings_) AddShortcut(*binding);
   accessKeys_ = std::make_unique<AccessKeys>(bindings_);
   RefreshAll();
@@ -256,34 +247,14 @@ void FormWindow::RefreshFocus() {
   area_->ensureWidgetVisible(widget);
 }
 
-void FormWindow::FindNamers() {
-  for (const QLabel* label : content_->findChildren<QLabel*>()) {
-    if (label->buddy() != nullptr) namers_[label->buddy()] = label;
-  }
-  for (const auto& binding : bindings_) {
-    const QString name = binding->Widget().property("namedBy").toString();
-    if (!name.isEmpty()) namers_[&binding->Widget()] = content_->findChild<QWidget*>(name);
-  }
-}
-
-QString FormWindow::AccessibleNameOf(const Binding& binding) const {
-  const Control& control = binding.TheControl();
-  const auto caption = [](const Control& named) { return Spoken(FromAnsi(named.Caption())); };
-  QString name = caption(control);
-  if (const auto namer = namers_.find(&binding.Widget());
-      name.isEmpty() && namer != namers_.end()) {
-    const auto* label = qobject_cast<const QLabel*>(namer->second);
-    const auto* button = qobject_cast<const QAbstractButton*>(namer->second);
-    if (label != nullptr) name = Spoken(label->text());
-    if (button != nullptr) name = Spoken(button->text());
-  }
-  if (name.isEmpty()) name = Spoken(FromAnsi(control.ToolTip()));
-  for (const Control* frame = control.Parent(); name.isEmpty() && frame != nullptr;
+QString FormWindow::AccessibleNameOf(const Control& control) const {
+  std::string name = control.SpokenName();
+  for (const Control* frame = control.Parent(); name.empty() && frame != nullptr;
        frame = frame->Parent()) {
-    name = caption(*frame);
+    name = frame->SpokenName();
   }
-  if (name.isEmpty()) name = Spoken(FromAnsi(form_.Caption()));
-  return name.isEmpty() ? FromAnsi(kProgramName) : name;
+  if (name.empty()) name = form_.Caption();
+  return FromAnsi(name.empty() ? kProgramName : name);
 }
 
 void FormWindow::RefreshNames() {
@@ -292,7 +263,7 @@ void FormWindow::RefreshNames() {
   for (const auto& binding : bindings_) {
     const Control& control = binding->TheControl();
     if (!control.TakesFocus() || !control.Visible()) continue;
-    named[{control.Kind(), AccessibleNameOf(*binding)}].push_back(&binding->Widget());
+    named[{control.Kind(), AccessibleNameOf(control)}].push_back(&binding->Widget());
   }
   for (const auto& [kindAndName, widgets] : named) {
     for (std::size_t i = 0; i < widgets.size(); ++i) {
@@ -327,6 +298,17 @@ std::string FormWindow::TabOrderError() const {
   return {};
 }
 
+std::string FormWindow::LabelError(const Binding& binding) const {
+  const auto* const label = qobject_cast<const QLabel*>(&binding.Widget());
+  if (label == nullptr || label->buddy() == nullptr) return {};
+  const bool leadsOn = std::any_of(bindings_.begin(), bindings_.end(), [&](const auto& box) {
+    return &box->Widget() == label->buddy() && box->TheControl().NamedBy() == &binding.TheControl();
+  });
+  if (leadsOn) return {};
+  return form_.Name() + " draws " + binding.TheControl().FullName() +
+         " as the label of a box that it does not name";
+}
+
 std::vector<std::string> FormWindow::Errors() const {
   std::vector<std::string> errors;
   for (const Control* control : form_.Controls()) {
@@ -347,6 +329,9 @@ std::vector<std::string> FormWindow::Errors() const {
       return &binding->Widget() == widget || binding->Widget().isAncestorOf(widget);
     });
     if (!bound) errors.push_back(form_.Name() + " draws the unknown control " + name.toStdString());
+  }
+  for (const auto& binding : bindings_) {
+    if (std::string error = LabelError(*binding); !error.empty()) errors.push_back(error);
   }
   if (std::string error = TabOrderError(); !error.empty()) errors.push_back(std::move(error));
   return errors;

@@ -43,12 +43,8 @@ class FormWindow : public QWidget {
   void RefreshAll();
   void RefreshControl(const Control& control);
   void RefreshFocus();
-  /// Names everything that takes the focus for screen readers, after its own caption, the caption
-  /// that stands for it or its tool tip; controls of one kind and name are numbered.
-  void RefreshAccessibleNames();
   /// Gives all captions their access keys, and names everything that takes the focus for screen
-  /// readers, after its tool tip, its own caption or the caption that stands for it; controls of
-  /// one kind and name are numbered.
+  /// readers by its spoken name; controls of one kind and name are numbered.
   void RefreshNames();
 
   /// One line for each control without a fitting widget, each widget without a control, and the
@@ -69,8 +65,9 @@ class FormWindow : public QWidget {
   QSize WantedSize() const;
   void PlaceAbove(QWidget* owner);
   std::string TabOrderError() const;
-  void FindNamers();
-  QString AccessibleNameOf(const Binding& binding) const;
+  /// A label leads to the box that it names.
+  std::string LabelError(const Binding& binding) const;
+  QString AccessibleNameOf(const Control& control) const;
 
   Form& form_;
   const ChosenPaths& paths_;
@@ -79,8 +76,6 @@ class FormWindow : public QWidget {
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<const Control*, Binding*> byControl_;
   std::unique_ptr<AccessKeys> accessKeys_;
-  std::map<const QWidget*, const QWidget*>
-      namers_;                         ///< what a label or check box gives its name to
   std::optional<std::string> titled_;  ///< the caption that the window's title was made of
   std::optional<QPoint> placed_;       ///< where the form's own place put the window last
   QTimer following_;                   ///< until the frame has come to rest
