@@ -5,6 +5,7 @@
 #include "driver/logical_screen.h"
 #include "driver/widget_screen.h"
 #include "platform/files.h"
+#include "ui/icons.h"
 
 namespace quillmark {
 
@@ -27,6 +28,9 @@ int RunWidgets(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
   QApplication::setDoubleClickInterval(0);
+  // What is seen must not depend on the moment.
+  QApplication::setCursorFlashTime(0);
+  QApplication::setWindowIcon(ProgramIcon());
   return WidgetScreen().TheDriver().Run();
 }
 
