@@ -104,7 +104,14 @@ bool TextBinding::KeyPressed(const QKeyEvent& event) {
   return true;
 }
 
+void TextBinding::LeaveMarks(const QFocusEvent& event) {
+  const bool comesBack =
+      event.reason() == Qt::ActiveWindowFocusReason || event.reason() == Qt::PopupFocusReason;
+  if (!comesBack) TurnMarksForwards();
+}
+
 bool TextBinding::OtherEvent(QEvent& event) {
+  if (event.type() == QEvent::FocusOut) LeaveMarks(static_cast<QFocusEvent&>(event));
   const bool looksDifferent =
       event.type() == QEvent::PaletteChange || event.type() == QEvent::Resize;
   if (looksDifferent && icon_ != nullptr) ShowIcon();

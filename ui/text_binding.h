@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFocusEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 
@@ -28,6 +29,9 @@ class TextBinding : public Binding {
   bool Commit(const QInputMethodEvent& event);
   int SelectionStart() const;
   void TurnMarksForwards();
+  /// A line that loses the focus drops its marks, unless it will have it back: its caret has to
+  /// stand where the logic's does then.
+  void LeaveMarks(const QFocusEvent& event);
 
   TextBox& box_;
   QLineEdit& line_;
