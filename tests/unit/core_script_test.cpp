@@ -109,7 +109,9 @@ TEST_F(CoreScriptTest, RefusesAndFaultsByTheHeadAndTheOffsets) {
     MakeFile(Path("one"),
              bytes.replace(static_cast<std::size_t>(offset), Hex(patch).size(), Hex(patch)));
     TRScript = {};
+    TRScript.Levels.Redim(9);
     EXPECT_EQ(Loading(Path("one"), kTr5), outcome) << offset << " " << patch;
+    EXPECT_LT(TRScript.Levels.size(), 4U) << "no level of an older script stays";
     EXPECT_EQ(Files.IsOpen(1), outcome != "true");
     EXPECT_EQ(TRScript.NumLevels, outcome == "false" ? 0 : 2);
   }

@@ -1,0 +1,159 @@
+// The logical controls by themselves: what takes the focus, what stands in front, what a box shows.
+
+#include "controls/controls.h"
+
+#include <gtest/gtest.h>
+
+#include "controls/form.h"
+#include "support/silent_screen.h"
+
+namespace quillmark {
+namespace {
+
+struct SmallForm : Form {
+  explicit SmallForm(const char* name) : Form(name, {}) {}
+  Button button{*this, "button", {}};
+  CheckBox check{*this, "check", {}};
+  TextBox box{*this, "box", {.text = "text"}};
+  ComboBox combo{*this, "combo", {.rows = {"alpha", "beta", "Beach", "bell", "\xE8"}}};
+  ListView view{*this, "view", {}, {{"1"}, {"2"}, {"3"}}};
+};
+// Forms live as long as the process.
+SmallForm one("one");
+SmallForm two("two");
+SmallForm three("three");
+
+/// Notes what boxes show.
+class NotingScreen : public SilentScreen {
+ public:
+  BoxButton AskMessage(const Message& box) override {
+    boxes.push_back(box.title + "|" + box.text);
+    return box.buttons.back();
+  }
+  std::optional<std::string> AskText(const InputBox& box) override {
+    boxes.push_back(box.title + "|" + box.prompt + "|" + box.text);
+    return box.text;
+  }
+  std::optional<std::string> AskFile(const FileRequest& request) override {
+    boxes.push_back(request.title);
+    return request.proposed;
+  }
+};
+
+class ControlsTest : public testing::Test {
+ protected:
+  ControlsTest() {
+    one.Show();
+    one.view.AddRow({"a"});
+  }
+  ~ControlsTest() override { TheDesktop().Reset(); }
+
+  NotingScreen screen_;
+};
+
+TEST_F(ControlsTest, BoxesShowWhatStandsInFrontOfAZero) {
+  const auto cut = [](const char* text) { return text + std::string("\0x", 2); };
+  TheDesktop().Ask({BoxIcon::None, {BoxButton::OK}, cut("title"), cut("text")});
+  TheDesktop().AskText({cut("prompt"), cut("title"), cut("text")});
+  TheDesktop().AskFile({.title = cut("title")});
+  EXPECT_EQ(screen_.boxes, (std::vector<std::string>{"title|text", "title|prompt|text", "title"}));
+}
+
+TEST_F(ControlsTest, TheLastModalFormIsInFrontAndTheLastFormHasTheFocus) {
+  two.Show();
+  EXPECT_TRUE(one.InFront() && two.InFront());
+  EXPECT_TRUE(two.button.HasFocus());
+  EXPECT_FALSE(one.button.HasFocus());
+  one.check.TakeFocus();
+  EXPECT_TRUE(one.check.HasFocus());
+  EXPECT_FALSE(two.button.HasFocus());
+  two.Unload();
+  two.ShowModal();
+  three.ShowModal();
+  EXPECT_TRUE(three.InFront() && three.button.Reachable());
+  EXPECT_FALSE(one.InFront() || two.InFront() || two.button.Reachable());
+  three.Unload();
+  EXPECT_TRUE(two.InFront());
+  EXPECT_FALSE(one.InFront());
+}
+
+TEST_F(ControlsTest, AnyOtherSizeIsAChange) {
+  int changes = 0;
+  one.onResize = [&] { ++changes; };
+  for (const auto& [width, height] : {std::pair{400, 300}, {401, 300}, {401, 301}, {9, 9}}) {
+    one.SetSize(width, height);
+  }
+  EXPECT_EQ(changes, 3);
+  one.onResize = {};
+}
+
+TEST_F(ControlsTest, TheFocusStepsAroundWhatCanBeReached) {
+  const std::vector<Control*> order = {&one.check, &one.box, &one.combo, &one.view, &one.button};
+  for (Control* const next : order) {
+    one.StepFocus(1);
+    EXPECT_EQ(one.Focus(), next);
+  }
+  one.StepFocus(-1);
+  EXPECT_EQ(one.Focus(), &one.view);
+  for (Control* const control : order) control->SetEnabled(control == &one.box);
+  for (const int direction : {1, 1, -1}) {
+    one.StepFocus(direction);
+    EXPECT_EQ(one.Focus(), &one.box) << "the only one keeps it";
+  }
+  EXPECT_EQ(one.box.SelectionLength(), 4);
+}
+
+TEST_F(ControlsTest, WhatAPersonDoesTakesTheFocus) {
+  const std::pair<Control*, std::function<bool()>> acts[] = {
+      {&one.check, [] { return one.check.Flip(); }},
+      {&one.button, [] { return one.button.Press(); }},
+      {&one.check, [] { return one.check.MousePress(MouseButton::Right); }},
+      {&one.box, [] { return one.box.Edit("x", 1, 0); }},
+      {&one.combo, [] { return one.combo.Choose(0); }},
+      {&one.view, [] { return one.view.ClickRow(0); }},
+      {&one.view, [] { return one.button.PressFromElsewhere(); }},
+      {&one.view, [] { return one.box.KeyUp({}); }}};
+  for (const auto& [focus, act] : acts) {
+    EXPECT_TRUE(act());
+    EXPECT_EQ(one.Focus(), focus);
+  }
+  one.view.TakeFocus();
+  EXPECT_TRUE(one.view.ClickBeside());
+  EXPECT_TRUE(one.view.HasFocus());
+}
+
+TEST_F(ControlsTest, LettersFindRowsByTheWordOrOneByOne) {
+  struct Step {
+    char letter;
+    bool goesOn;
+    int row;
+  };
+  const Step steps[] = {{'b', false, 1}, {'E', true, 1},  {'a', true, 2},     {'x', true, 2},
+                        {'b', false, 3}, {'b', true, 1},  {'b', true, 2},     {'a', false, 0},
+                        {'B', false, 1}, {'z', false, 1}, {'\xC8', false, 4}, {'b', false, 1}};
+  for (const Step& step : steps) {
+    bool used = false;
+    one.combo.KeyDown({KeyCode::Character, step.letter, step.goesOn}, used);
+    EXPECT_EQ(one.combo.Row(), step.row) << step.letter;
+  }
+}
+
+TEST_F(ControlsTest, TextsAndRowsKeepToTheirBounds) {
+  one.view.SetCell(0, 3, "c");
+  EXPECT_EQ(one.view.Rows()[0].cells, (std::vector<std::string>{"a", "", "c"}));
+  int changes = 0;
+  one.box.onChange = [&] { ++changes; };
+  one.box.Edit("text", 2, 99);
+  EXPECT_EQ(changes, 0);
+  EXPECT_EQ(one.box.SelectionLength(), 2);
+  one.box.SelectText(-1, 3);
+  EXPECT_EQ(one.box.SelectionStart(), 0);
+  EXPECT_EQ(one.box.SelectionLength(), 3);
+  one.box.SetText("longer");
+  EXPECT_EQ(one.box.SelectionStart(), 6);
+  EXPECT_EQ(changes, 1);
+  one.box.onChange = {};
+}
+
+}  // namespace
+}  // namespace quillmark
