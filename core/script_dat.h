@@ -30,8 +30,9 @@ struct LoadCallbacks {
 bool LoadScript(const std::string& path, const LoadCallbacks& callbacks);
 
 /// Rebuilds the groups from the flat lists, then replaces the file at `path`, which has to exist,
-/// by the script of the model. True when it was written; every trouble is a fault, with the file in
-/// whatever state it reached and the file numbers 1 and 3 left as they were at that moment.
+/// by the script of the model. True when it was written; every trouble is a fault. One of the data
+/// leaves the file in whatever state it reached and the file numbers 1 and 3 as they were at that
+/// moment, one of the system leaves the old file and frees number 1.
 bool SaveScript(const std::string& path);
 
 /// The bytes that `SaveScript` would write, without any file. What it computes on the way goes into

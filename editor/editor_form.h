@@ -62,8 +62,9 @@ void EnableObjectButtons(bool enabled);
 
 // Public operations of the form.
 
-/// Asks for a folder of language files and starts an empty script beside them. Throws the faults
-/// of reading these files.
+/// Asks for a folder of language files and starts an empty script beside them. Tells of a language
+/// that can't be read and goes on. Throws the invalid value fault where none becomes the primary
+/// one.
 void New();
 
 /// Asks for the script's path and writes it and all loaded languages; a failure ends in an error

@@ -191,7 +191,7 @@ bool ReadPrimary(const std::string& path) {
 bool LoadOrClearNames(const std::string& path) {
   const auto clearNames = [] { frmEditor.lstFileNames.Clear(); };
   try {
-    if (LoadScript(path, LoadListeners())) return true;
+    if (WithMemoryFaults([&] { return LoadScript(path, LoadListeners()); })) return true;
   } catch (const Fault&) {
     clearNames();
     throw;

@@ -34,13 +34,16 @@ void Recovery::ActIsOver() noexcept {
   if (settled_ || now_() - lastLook_ >= kPause) Look();
 }
 
-void Recovery::Look() noexcept {
-  if (replacing_ || TheDesktop().BoxIsOpen()) return;
+void Recovery::Look() noexcept { Keep(); }
+
+bool Recovery::Keep() noexcept {
+  if (replacing_ || TheDesktop().BoxIsOpen()) return false;
   lastLook_ = now_();
   try {
     LookNow();
+    return true;
   } catch (const std::exception&) {
-    return;  // what is there for the worst case must not become it
+    return false;  // what is there for the worst case must not become it
   }
 }
 
@@ -54,13 +57,13 @@ void Recovery::LookNow() {
 }
 
 void Recovery::ReplacementBegins() noexcept {
-  Look();
+  keptBefore_ = Keep();
   replacing_ = true;
 }
 
 void Recovery::ReplacementEnds() noexcept {
   replacing_ = false;
-  settled_ = true;
+  settled_ = keptBefore_;
 }
 
 void KeepRecoveryCopies() {

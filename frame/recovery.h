@@ -27,18 +27,21 @@ class Recovery {
   void Look() noexcept;
   /// A load begins, which may leave nothing of the script; looks first.
   void ReplacementBegins() noexcept;
-  /// It is over. What is in memory now counts as kept, since what was there before is.
+  /// It is over. What is in memory now counts as kept if what was there before is.
   void ReplacementEnds() noexcept;
   void ScriptIsSaved() noexcept { settled_ = true; }
 
  private:
+  /// The same as `Look`; false if something may be left that is not kept.
+  bool Keep() noexcept;
   void LookNow();
 
   std::function<Clock::time_point()> now_;
   Clock::time_point lastLook_;
   std::vector<FileCopy> known_;
   bool replacing_ = false;
-  bool settled_ = true;  ///< what is there now shall count as kept
+  bool keptBefore_ = true;  ///< what the replacement began with is kept
+  bool settled_ = true;     ///< what is there now shall count as kept
 };
 
 /// Keeps recovery copies from now on: of what is unsaved when an act is over, when a load replaces

@@ -1,9 +1,12 @@
 #include "platform/binary_file.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "platform/disk_access.h"
+#include "platform/fault.h"
 #include "platform/files.h"
 #include "platform/system_path.h"
 
@@ -13,6 +16,13 @@ namespace {
 constexpr std::ios::openmode kRead = std::ios::in | std::ios::binary;
 constexpr std::ios::openmode kUpdate = kRead | std::ios::out;
 constexpr std::ios::openmode kMake = kUpdate | std::ios::trunc;
+
+/// What was made for a content that did not come.
+void RemoveIfEmpty(const std::string& path) noexcept {
+  std::error_code refused;  // then it stays
+  const std::filesystem::path place = FormOfSystem(path);
+  if (std::filesystem::file_size(place, refused) == 0) std::filesystem::remove(place, refused);
+}
 
 }  // namespace
 
@@ -102,9 +112,14 @@ void BinaryFile::Flush() {
   const std::size_t from = std::exchange(dirtyFrom_, 0);
   const std::size_t to = std::exchange(dirtyTo_, 0);
   if (from == to && replacement_ == nullptr) return;
-  fresh_ = false;
+  const bool made = std::exchange(fresh_, false);
   if (inPlace_) return WriteInPlace(from, to - from);
-  PutInPlaceOfOld();
+  try {
+    PutInPlaceOfOld();
+  } catch (const Fault&) {
+    if (made) RemoveIfEmpty(path_);
+    throw;
+  }
 }
 
 void BinaryFile::WriteInPlace(std::size_t from, std::size_t count) {

@@ -24,8 +24,9 @@ namespace quillmark {
 /// for whatever the system refuses.
 class BinaryFile {
  public:
-  /// Opens the file, and makes it at once if there is none. It is never truncated. One that may not
-  /// be written is opened for reading alone: the first write to it is the fault.
+  /// Opens the file, and makes it at once if there is none; that one goes again if its content
+  /// can't be written. It is never truncated. One that may not be written is opened for reading
+  /// alone: the first write to it is the fault.
   static BinaryFile Open(const std::string& path);
   /// A file of the program's own, made anew under exactly this name, and emptied if it stands
   /// there. It is written in place.

@@ -13,8 +13,8 @@ namespace quillmark {
 /// platform gives them. Everything that differs between the systems is decided in this unit:
 /// separators, letter case, long paths, the deletion of an open file, the form of the time.
 
-/// The folder part: everything before the last separator, which is a backslash anywhere and a slash
-/// too where that is the platform's own. Empty if there is no separator.
+/// The folder part: everything before the last separator, a backslash or a slash. Empty if there
+/// is no separator.
 std::string GetPath(std::string_view path);
 
 /// What stands behind the last separator.

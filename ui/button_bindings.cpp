@@ -1,11 +1,25 @@
 #include "ui/button_bindings.h"
 
+#include <QStyle>
+#include <QStyleOptionButton>
 #include <QVariant>
 
 #include "ui/icons.h"
 #include "ui/key_events.h"
 
 namespace quillmark {
+namespace {
+
+/// Whether the toolkit takes a press at this place for one on the box. The widget may be larger
+/// than its tick and its caption.
+bool IsOnTheBox(const QCheckBox& box, const QPoint& place) {
+  QStyleOptionButton option;
+  option.initFrom(&box);
+  option.text = box.text();
+  return box.style()->subElementRect(QStyle::SE_CheckBoxClickRect, &option, &box).contains(place);
+}
+
+}  // namespace
 
 ButtonBinding::ButtonBinding(Button& control, QAbstractButton& widget)
     : Binding(control, widget), button_(widget) {
@@ -31,7 +45,18 @@ CheckBoxBinding::CheckBoxBinding(CheckBox& control, QCheckBox& widget)
 }
 
 bool CheckBoxBinding::MousePressed(const QMouseEvent& event) {
-  if (const auto button = ButtonOf(event.button())) check_.MousePress(*button);
+  const auto button = ButtonOf(event.button());
+  if (!button || !IsOnTheBox(box_, event.position().toPoint())) return false;
+  deactivated_ = false;
+  check_.MousePress(*button);
+  if (!deactivated_ || *button != MouseButton::Left) return false;
+  // A message has had the release, so that the box would stay pressed.
+  box_.click();
+  return true;
+}
+
+bool CheckBoxBinding::OtherEvent(QEvent& event) {
+  deactivated_ = deactivated_ || event.type() == QEvent::WindowDeactivate;
   return false;
 }
 

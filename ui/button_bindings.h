@@ -31,10 +31,12 @@ class CheckBoxBinding : public Binding {
   void ShowCaption(const QString& caption) override { box_.setText(caption); }
   void ShowState() override { box_.setChecked(check_.Ticked()); }
   bool MousePressed(const QMouseEvent& event) override;
+  bool OtherEvent(QEvent& event) override;
 
  private:
   CheckBox& check_;
   QCheckBox& box_;
+  bool deactivated_ = false;  ///< the window, since the last press
 };
 
 class OptionButtonBinding : public Binding {

@@ -19,6 +19,9 @@ namespace quillmark {
 ///     fixedPitch  it uses the fixed-pitch font
 ///     iconName    of a button or line edit: its line icon
 ///     picture     of a label: its picture
+///     colourOf    of a swatch: the boxes that hold the colour's parts
+///     columnOf    of a column's label: the list view whose column it stands over
+///     column      of the same: the column's number, from 0
 ///     opensOver   of a form: the part of the form behind it that it opens in front of
 ///     reachedBy   the keys that press this button, or lead to this box, from everywhere in its
 ///     window

@@ -133,7 +133,7 @@ class Sweep {
   void TryAgain(const Trial& trial, DriverProcess& driver);
   void CheckFiles(const Trial& trial);
   void CheckTrash(const Act& act);
-  bool MayStand(const std::string& name, const std::string& bytes) const;
+  bool MayStand(const Trial& trial, const std::string& name, const std::string& bytes) const;
   bool BoxNames(const std::string& name) const;
   void Find(const Trial& trial, const std::string& what);
 
@@ -297,14 +297,14 @@ bool Sweep::BoxNames(const std::string& name) const {
 }
 
 /// Whether the file is one of those that the act may leave.
-bool Sweep::MayStand(const std::string& name, const std::string& bytes) const {
+bool Sweep::MayStand(const Trial& trial, const std::string& name, const std::string& bytes) const {
   const auto is = [&](const Disk& disk) {
     const auto found = disk.find(name);
     return found != disk.end() && found->second == bytes;
   };
   if (is(old_) || is(fresh_)) return true;
-  // A file that was not there is made at once.
-  return bytes.empty() && old_.find(name) == old_.end();
+  // A file that was not there is made at once, and goes again if its content can't be written.
+  return bytes.empty() && old_.find(name) == old_.end() && (killed_ || trial.lasting);
 }
 
 void Sweep::CheckFiles(const Trial& trial) {
@@ -324,7 +324,8 @@ void Sweep::CheckFiles(const Trial& trial) {
   }
   for (const auto& [name, bytes] : disk) {
     if (name.find(".quillmark-") != std::string::npos || kept.count(name) > 0) continue;
-    if (!MayStand(name, bytes)) Find(trial, name + " is neither the old file nor the new one");
+    if (!MayStand(trial, name, bytes))
+      Find(trial, name + " is neither the old file nor the new one");
   }
   for (const auto& [name, bytes] : old_) {
     if (disk.find(name) == disk.end()) Find(trial, name + " is gone");

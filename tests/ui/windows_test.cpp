@@ -10,11 +10,13 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QTreeView>
 #include <QWheelEvent>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <utility>
 
 #include "driver/running_program.h"
 #include "forms/editor_controls.h"
@@ -126,6 +128,36 @@ TEST(Lists, DrawNoRowAsChosenThatIsNot) {
     EXPECT_TRUE(view.hasFocus());
     EXPECT_FALSE(view.currentIndex().isValid()) << control->FullName();
   }
+}
+
+TEST(CheckBoxes, AreNotPressedBesideTheirCaption) {
+  WidgetScreen screen;
+  frmEditor.Show();
+  frmEditor.Frame3.SetEnabled(true);
+  int presses = 0;
+  const auto handler = std::exchange(frmEditor.chkPulse.onMousePress, [&presses] { ++presses; });
+  screen.Refresh();
+  auto& box = *screen.WidgetOf(frmEditor.chkPulse);
+  box.resize(box.sizeHint() + QSize(40, 20));
+  const auto click = [&box](const QPointF& place) {
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, place, box.mapToGlobal(place), Qt::LeftButton,
+                        type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {});
+      QApplication::sendEvent(&box, &event);
+    }
+  };
+  const double middle = box.height() / 2.0;
+  const double right = box.width() - 3.0;
+  for (const QPointF& beside :
+       {QPointF(right, middle), QPointF(5, 1), QPointF(5, box.height() - 2)}) {
+    click(beside);
+    EXPECT_EQ(presses, 0) << beside.x() << " " << beside.y();
+    EXPECT_FALSE(frmEditor.chkPulse.Ticked());
+  }
+  click({5, middle});
+  EXPECT_EQ(presses, 1);
+  EXPECT_TRUE(frmEditor.chkPulse.Ticked());
+  frmEditor.chkPulse.onMousePress = handler;
 }
 
 TEST(Combos, KeepTheirRowUnderTheWheelAndOpenAsWideAsTheirRows) {

@@ -254,6 +254,8 @@ TEST_F(RecoveryTest, TroubleIsPassedOverAndTriedAgain) {
   TRScript.NumLevels = 1;
   recovery.Look();
   EXPECT_EQ(Bytes(Path("recovered")), "no folder");
+  recovery.ReplacementBegins();  // and is cancelled
+  recovery.ReplacementEnds();
   fs::remove(Path("recovered"));
   recovery.Look();
   EXPECT_EQ(Copies().size(), 1U);
