@@ -23,7 +23,7 @@
 namespace quillmark {
 namespace {
 
-enum class Kind { Look, Read, Write, Flush, Change };
+enum class Kind { Look, Read, Write, Flush, Change, Name };
 
 TroublePlan* Plan() {
   static TroublePlan* const plan = [] {
@@ -39,13 +39,27 @@ TroublePlan* Plan() {
 bool CanMeet(Trouble trouble, Kind kind) {
   switch (trouble) {
     case Trouble::Full:
-      return kind == Kind::Write || kind == Kind::Flush || kind == Kind::Change;
+      return kind != Kind::Look && kind != Kind::Read;
+    case Trouble::FullUnrenamed:
+      return kind == Kind::Write || kind == Kind::Flush;
     case Trouble::Refused:
-      return kind == Kind::Change;
+      return kind == Kind::Change || kind == Kind::Name;
     case Trouble::Short:
       return kind == Kind::Write || kind == Kind::Read;
     default:
       return true;
+  }
+}
+
+int ErrorOf(Trouble trouble) {
+  switch (trouble) {
+    case Trouble::Full:
+    case Trouble::FullUnrenamed:
+      return ENOSPC;
+    case Trouble::Refused:
+      return EACCES;
+    default:
+      return EIO;
   }
 }
 
@@ -60,19 +74,31 @@ bool Strikes(Kind kind, const char* call, const std::string& path) {
   TroublePlan* const plan = Plan();
   // Helper threads of the toolkit look at folders as they please.
   if (plan == nullptr || !plan->armed || syscall(SYS_gettid) != getpid()) return false;
-  if (path.rfind(plan->folder.data(), 0) != 0 || !CanMeet(plan->trouble, kind)) return false;
+  if (path.rfind(plan->folder.data(), 0) != 0) return false;
+  if (plan->trouble == Trouble::FullUnrenamed && kind == Kind::Name) {
+    errno = EPERM;
+    return true;
+  }
+  if (!CanMeet(plan->trouble, kind)) return false;
   const int number = ++plan->calls;
   if (number != plan->at && !(plan->lasting && number > plan->at)) return false;
   if (number == plan->at) {
     std::snprintf(plan->struck.data(), plan->struck.size(), "%s %s", call, path.c_str());
   }
-  errno = plan->trouble == Trouble::Full      ? ENOSPC
-          : plan->trouble == Trouble::Refused ? EACCES
-                                              : EIO;
+  errno = ErrorOf(plan->trouble);
   return true;
 }
 
 bool Strikes(Kind kind, const char* call, int file) { return Strikes(kind, call, PathOf(file)); }
+
+bool Strikes(Kind kind, const char* call, DIR* folder) {
+  return Strikes(kind, call, dirfd(folder));
+}
+
+/// Where a path leads that is told from an open folder.
+std::string From(int folder, const char* path) {
+  return folder == AT_FDCWD || *path == '/' ? path : PathOf(folder) + '/' + path;
+}
 
 /// What is left of `size` bytes when the call meets its trouble; nothing for an error.
 std::size_t Rest(std::size_t size) {
@@ -123,6 +149,18 @@ Routine Next(const char* name) {
     return Strikes(KindOfOpening(flags), #name, path) ? Failure(-1) : next(path, flags, mode); \
   }
 
+// The one by which the standard library searches folders.
+STANDS_BEFORE(int, openat, (int folder, const char* path, int flags, ...)) {
+  static const auto next = Next<int (*)(int, const char*, int, ...)>("openat");
+  std::va_list rest;
+  va_start(rest, flags);
+  const unsigned mode = (flags & O_CREAT) != 0 ? va_arg(rest, unsigned) : 0;
+  va_end(rest);
+  return Strikes(KindOfOpening(flags), "openat", From(folder, path))
+             ? Failure(-1)
+             : next(folder, path, flags, mode);
+}
+
 FAILING_OPEN(open)
 FAILING_OPEN(open64)
 FAILING(FILE*, fopen, KindOfOpening(mode), path, nullptr, (const char* path, const char* mode),
@@ -133,10 +171,14 @@ FAILING(int, fsync, Kind::Flush, file, -1, (int file), (file))
 FAILING(int, fdatasync, Kind::Flush, file, -1, (int file), (file))
 FAILING(int, ftruncate, Kind::Flush, file, -1, (int file, off_t length), (file, length))
 FAILING(int, ftruncate64, Kind::Flush, file, -1, (int file, off_t length), (file, length))
-FAILING(int, rename, Kind::Change, from, -1, (const char* from, const char* to), (from, to))
-FAILING(int, renameat2, Kind::Change, from, -1,
+FAILING(int, rename, Kind::Name, from, -1, (const char* from, const char* to), (from, to))
+FAILING(int, renameat2, Kind::Name, from, -1,
         (int a, const char* from, int b, const char* to, unsigned flags), (a, from, b, to, flags))
-FAILING(int, link, Kind::Change, from, -1, (const char* from, const char* to), (from, to))
+FAILING(int, link, Kind::Name, from, -1, (const char* from, const char* to), (from, to))
+FAILING(int, linkat, Kind::Name, From(a, from), -1,
+        (int a, const char* from, int b, const char* to, int flags), (a, from, b, to, flags))
+FAILING(int, unlinkat, Kind::Change, From(folder, path), -1,
+        (int folder, const char* path, int flags), (folder, path, flags))
 FAILING(int, unlink, Kind::Change, path, -1, (const char* path), (path))
 FAILING(int, remove, Kind::Change, path, -1, (const char* path), (path))
 FAILING(int, mkdir, Kind::Change, path, -1, (const char* path, mode_t mode), (path, mode))
@@ -150,7 +192,11 @@ FAILING(int, lstat64, Kind::Look, path, -1, (const char* path, void* about), (pa
 FAILING(int, statx, Kind::Look, path, -1,
         (int folder, const char* path, int flags, unsigned mask, void* about),
         (folder, path, flags, mask, about))
-FAILING(void*, opendir, Kind::Look, path, nullptr, (const char* path), (path))
+FAILING(int, fstat, Kind::Look, file, -1, (int file, void* about), (file, about))
+FAILING(int, fstat64, Kind::Look, file, -1, (int file, void* about), (file, about))
+FAILING(DIR*, opendir, Kind::Look, path, nullptr, (const char* path), (path))
+FAILING(dirent*, readdir, Kind::Look, folder, nullptr, (DIR * folder), (folder))
+FAILING(dirent64*, readdir64, Kind::Look, folder, nullptr, (DIR * folder), (folder))
 
 STANDS_BEFORE(int, close, (int file)) {
   static const auto next = Next<int (*)(int)>("close");

@@ -14,6 +14,7 @@
 #include <map>
 #include <new>
 #include <optional>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -27,6 +28,9 @@ namespace quillmark {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// A copy of unsaved work that an earlier run left.
+constexpr const char* kOldCopy = "recovered/2001-01-01 00.00.00";
 
 /// Name below the folder of the run, and bytes.
 using Disk = std::map<std::string, std::string>;
@@ -59,26 +63,27 @@ std::vector<std::string> WithoutStart(const std::vector<std::string>& lines) {
 }
 
 std::vector<Act> Acts() {
+  const auto changed = Behind(kOpenTr4, "click frmEditor.chkLayer2");
   const auto save = [](const std::string& folder) -> std::vector<std::string> {
     return {"click frmEditor.Command15", "choose \"$/" + folder + "/SCRIPT.DAT\""};
   };
-  return {
-      {"start", {}, {"timer"}, true},
-      {"load_tr4", {"timer"}, WithoutStart(kOpenTr4)},
-      {"load_tr5", {"timer"}, WithoutStart(kOpenTr5)},
-      {"save_tr4", kOpenTr4, save("tr4")},
-      {"save_tr5", kOpenTr5, save("tr5")},
-      {"save_elsewhere", kOpenTr4, save("tr5")},
-      {"new",
-       Behind(kOpenTr4, "enable frmEditor.Command24"),
-       {"click frmEditor.Command24", "choose \"$/tr5/ENGLISH.DAT\""}},
-      {"table",
-       {"timer"},
-       {"click frmEditor.Command28", "select frmLangEditor.l 0",
-        "type frmLangEditor.txtString \"A\"", "click frmLangEditor.Command2"}},
-      {"exit", {"timer"}, {"click frmEditor.Command8"}},
-      {"program_save_with_trash", kOpenTr4, save("tr4"), false, Act::By::Program},
-      {"program_save_without_trash", kOpenTr4, save("tr4"), false, Act::By::ProgramWithoutTrash}};
+  return {{"start", {}, {"timer"}, true},
+          {"load_tr4", {"timer"}, WithoutStart(kOpenTr4)},
+          {"load_tr5", {"timer"}, WithoutStart(kOpenTr5)},
+          {"save_tr4", changed, save("tr4")},
+          {"save_tr5", kOpenTr5, save("tr5")},
+          {"save_elsewhere", kOpenTr4, save("tr5")},
+          {"new",
+           Behind(kOpenTr4, "enable frmEditor.Command24"),
+           {"click frmEditor.Command24", "choose \"$/tr5/ENGLISH.DAT\""}},
+          {"language_editor",
+           {"timer"},
+           {"click frmEditor.Command28", "select frmLangEditor.l 0",
+            "type frmLangEditor.txtString \"A\"", "click frmLangEditor.Command2"}},
+          {"exit", {"timer"}, {"click frmEditor.Command8"}},
+          {"program_save_with_trash", changed, save("tr4"), false, Act::By::Program},
+          {"program_save_without_trash", changed, save("tr4"), false, Act::By::ProgramWithoutTrash},
+          {"program_exit_unsaved", changed, {"click frmEditor.Command8"}, false, Act::By::Program}};
 }
 
 struct Trial {
@@ -126,13 +131,13 @@ class Sweep {
   std::string Filled(std::string line) const;
   void Send(DriverProcess& driver, const std::string& line);
   void SendAll(DriverProcess& driver, const std::vector<std::string>& lines);
-  void Say(DriverProcess& driver, const std::vector<std::string>& lines);
   void Arm(const Trial& trial);
   void Run(const Trial& trial);
   void RunDriver(const Trial& trial, DriverProcess& driver);
   void TryAgain(const Trial& trial, DriverProcess& driver);
+  void CheckMark(const Trial& trial, DriverProcess& driver);
   void CheckFiles(const Trial& trial);
-  void CheckTrash(const Act& act);
+  void CheckUntroubled(const Act& act);
   bool MayStand(const Trial& trial, const std::string& name, const std::string& bytes) const;
   bool BoxNames(const std::string& name) const;
   void Find(const Trial& trial, const std::string& what);
@@ -164,20 +169,24 @@ void Sweep::Prepare() const {
     copy(program_.parent_path() / name, own / name);
   }
   copy(own / "language.bin", own / "ENGLISH.BIN");
+  fs::create_directories(own / kOldCopy);
+  MakeFile((own / kOldCopy / "SCRIPT.DAT").string(), "kept");
   fs::current_path(folder_);
 }
 
-/// The person's files: all but the log, what builds leave behind, the trash, the program and the
-/// copies that it keeps by itself.
+/// The person's files: all but the log, what builds leave behind, the trash, the program and copies
+/// that were broken off. A copy that this run made has no time in its name here.
 Disk Sweep::Look() const {
+  static const std::regex copyOfThisRun("program/recovered/20[^0][^/]*");
   Disk disk;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder_)) {
     const std::string name = entry.path().lexically_relative(folder_).string();
     const bool passed = name.ends_with(".tmp") || name.ends_with("log.txt") ||
-                        name.starts_with("home") || name.starts_with("program/recovered") ||
+                        name.starts_with("home") ||
+                        name.find(" unfinished/") != std::string::npos ||
                         name == "program/" + program_.filename().string();
     if (passed || !entry.is_regular_file()) continue;
-    disk[name] = Bytes(entry.path().string());
+    disk[std::regex_replace(name, copyOfThisRun, "copy")] = Bytes(entry.path().string());
   }
   return disk;
 }
@@ -267,10 +276,20 @@ void Sweep::Run(const Trial& trial) {
     fresh_ = Look();
     return;
   }
-  if (plan_.calls < trial.at) return;
-  ++visited_;
+  if (plan_.calls >= trial.at) ++visited_;
   CheckFiles(trial);
-  if (!killed_ && !driver.Ended()) TryAgain(trial, driver);
+  if (killed_ || driver.Ended()) return;
+  CheckMark(trial, driver);
+  TryAgain(trial, driver);
+}
+
+/// The script counts as saved only if the program has said so.
+void Sweep::CheckMark(const Trial& trial, DriverProcess& driver) {
+  if (trial.act.by != Act::By::Driver || BoxNames("box information")) return;
+  driver.Send("state");
+  for (const std::string& line : driver.Answer()) {
+    if (line.find("\"ScriptSaved\": -1") != std::string::npos) Find(trial, "it counts as saved");
+  }
 }
 
 /// Without the trouble the same act brings the disk to what it would have brought it to.
@@ -335,10 +354,13 @@ void Sweep::CheckFiles(const Trial& trial) {
   }
 }
 
-/// An act without trouble makes no file but those of the person, and the old script lies in the
-/// trash of a home that was empty before.
-void Sweep::CheckTrash(const Act& act) {
+/// A save without trouble makes no file but those of the person, and the old script lies in the
+/// trash of a home that was empty before. Leaving without a save leaves a copy.
+void Sweep::CheckUntroubled(const Act& act) {
   if (act.by == Act::By::Driver) return;
+  const bool isSaved = fresh_.count("copy/SCRIPT.DAT") == 0;
+  if (isSaved != act.name.starts_with("program_save")) Find({act}, "the wrong one has a copy");
+  if (!isSaved) return;
   const fs::path trash = folder_ / "home/.local/share/Trash/files/SCRIPT.DAT.quillmark-old-1";
   const bool isThere = fs::exists(trash) && Bytes(trash.string()) == old_["tr4/SCRIPT.DAT"];
   if (isThere != (act.by == Act::By::Program))
@@ -347,7 +369,8 @@ void Sweep::CheckTrash(const Act& act) {
 }
 
 void Sweep::Find(const Trial& trial, const std::string& what) {
-  constexpr std::array<const char*, 5> kTroubles = {"failed", "full", "refused", "short", "killed"};
+  constexpr std::array<const char*, 6> kTroubles = {"failed", "full",   "refused",
+                                                    "short",  "killed", "full, no names"};
   ++findings_;
   std::printf("%s, call %d %s%s (%s): %s\n", trial.act.name.c_str(), trial.at,
               kTroubles.at(static_cast<std::size_t>(trial.trouble)),
@@ -356,12 +379,12 @@ void Sweep::Find(const Trial& trial, const std::string& what) {
 
 void Sweep::Visit(const Act& act) {
   Run({act});
-  CheckTrash(act);
+  CheckUntroubled(act);
   const int before = visited_;
   // The real program takes long to start, so a part of the sweep is a smaller part of its acts.
   const int step = act.by == Act::By::Driver || step_ == 1 ? step_ : step_ * 8;
-  for (const Trouble trouble :
-       {Trouble::Failed, Trouble::Full, Trouble::Refused, Trouble::Short, Trouble::Killed}) {
+  for (const Trouble trouble : {Trouble::Failed, Trouble::Full, Trouble::Refused, Trouble::Short,
+                                Trouble::Killed, Trouble::FullUnrenamed}) {
     for (const bool lasting : {false, true}) {
       if (trouble == Trouble::Killed && lasting) continue;
       for (int at = 1; at == 1 || plan_.calls >= at - step; at += step) {

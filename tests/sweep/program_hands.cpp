@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QSessionManager>
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
@@ -71,6 +72,7 @@ class Hands {
     const QString rest = text.section(' ', 1);
     if (text.startsWith("click ")) return Click(rest.section('.', 0, 0), rest.section('.', 1));
     if (text.startsWith("timer")) return;
+    if (text.startsWith("logout")) return EndSession();
     done_ = &waiting;
     if (auto* const dialog = qobject_cast<QFileDialog*>(&waiting)) {
       if (rest.isEmpty()) return dialog->reject();
@@ -81,14 +83,20 @@ class Hands {
     }
   }
 
+  /// What the desktop does when the person logs out.
+  static void EndSession() {
+    emit qGuiApp->commitDataRequest(*qGuiApp->findChild<QSessionManager*>());
+  }
+
   static void Press(const QMessageBox& box, const QString& caption) {
     for (auto* button : box.buttons()) {
       if (Caption(*button) == caption) return button->click();
     }
   }
 
-  void Click(const QString& form, const QString& control) {
+  void Click(const QString& form, QString control) {
     QWidget* const window = Window(form);
+    control.replace('(', '_').remove(')');  // the widget of one of several controls
     auto* const button = window == nullptr ? nullptr : window->findChild<QAbstractButton*>(control);
     if (button == nullptr) return;
     ++acts_;

@@ -7,11 +7,12 @@ namespace quillmark {
 
 /// What happens to a call of the system.
 enum class Trouble {
-  Failed,   ///< it goes wrong, on a disk that is broken
-  Full,     ///< nothing more can be written
-  Refused,  ///< the system does not allow what changes files
-  Short,    ///< half of the bytes is read or written
-  Killed    ///< the process ends there, with half of the bytes written
+  Failed,        ///< it goes wrong, on a disk that is broken
+  Full,          ///< nothing more can be written
+  Refused,       ///< the system does not allow what changes files
+  Short,         ///< half of the bytes is read or written
+  Killed,        ///< the process ends there, with half of the bytes written
+  FullUnrenamed  ///< nothing more can be written, where no file ever takes another's name
 };
 
 /// What the sweep and the program that it watches say to each other, in memory that both share.
