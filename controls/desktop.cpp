@@ -5,10 +5,8 @@
 
 #include "controls/control.h"
 #include "controls/form.h"
-#include "platform/ansi.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
-#include "platform/safe_write.h"
 
 namespace quillmark {
 
@@ -91,12 +89,8 @@ void Desktop::ShowFault(std::string_view operation, const Fault& fault) {
 
 void Desktop::TellKeptContents() {
   for (const KeptContent& kept : TakeKeptContents()) {
-    Ask({BoxIcon::Warning,
-         {BoxButton::OK},
-         std::string(kProgramName),
-         Utf8ToAnsi("The file '" + kept.path +
-                    "' was not written to its end.\n\nIts whole new content is kept at '" +
-                    kept.keptAt + "'.")});
+    const std::string text = tellKept_ ? tellKept_(kept) : kept.path + "\n" + kept.keptAt;
+    Ask({BoxIcon::Warning, {BoxButton::OK}, std::string(kProgramName), text});
   }
 }
 

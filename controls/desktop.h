@@ -9,6 +9,7 @@
 
 #include "controls/screen.h"
 #include "platform/fault.h"
+#include "platform/safe_write.h"
 
 namespace quillmark {
 
@@ -18,6 +19,9 @@ class Control;
 /// of the box is the desktop's. `canGoOn` is false as long as it can only end the process.
 using FaultTeller =
     std::function<Message(std::string_view operation, const Fault& fault, bool canGoOn)>;
+
+/// How it is told that a content could not be put in its place: the text of the box.
+using KeptTeller = std::function<std::string(const KeptContent& kept)>;
 
 /// The program's name as it stands in titles of the platform's own boxes.
 inline constexpr std::string_view kProgramName = "Quillmark";
@@ -52,6 +56,9 @@ class Desktop {
   bool Ended() const { return ended_; }
   /// Who words the box of a fault. Without one it shows the fault's own text.
   void TellFaultsBy(FaultTeller teller) { tellFault_ = std::move(teller); }
+  /// Who words the box that says where a content is that could not be put in its place. Without one
+  /// it shows the two paths alone.
+  void TellKeptContentsBy(KeptTeller teller) { tellKept_ = std::move(teller); }
 
   /// Boxes of one button, and questions. See `Screen::AskMessage`.
   BoxButton Ask(const Message& box);
@@ -110,6 +117,7 @@ class Desktop {
 
   Screen* screen_ = nullptr;
   FaultTeller tellFault_;
+  KeptTeller tellKept_;
   bool startingUp_ = true;
   bool ended_ = false;
   int openBoxes_ = 0;

@@ -78,4 +78,9 @@ Message TellFault(std::string_view operation, const Fault& fault, bool canGoOn) 
   return box;
 }
 
+std::string TellKeptContent(const KeptContent& kept) {
+  return TextOrEnglish(Entry::FileNotWhole) + "\n" + Utf8ToAnsi(kept.path) + "\n\n" +
+         TextOrEnglish(Entry::ContentKeptAt) + "\n" + Utf8ToAnsi(kept.keptAt);
+}
+
 }  // namespace quillmark

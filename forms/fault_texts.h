@@ -6,6 +6,7 @@
 #include "controls/screen.h"
 #include "forms/interface_texts.h"
 #include "platform/fault.h"
+#include "platform/safe_write.h"
 
 namespace quillmark {
 
@@ -25,5 +26,9 @@ class ToldFault : public Fault {
 /// done, why, and if `canGoOn` what its two buttons lead to. A table without these entries is
 /// helped out by the English one.
 Message TellFault(std::string_view operation, const Fault& fault, bool canGoOn);
+
+/// The same for a content that could not be put in its place: which file it was meant for, and
+/// where it is.
+std::string TellKeptContent(const KeptContent& kept);
 
 }  // namespace quillmark

@@ -103,6 +103,7 @@ void AttachAll() {
 void StartProcess() {
   AttachAll();
   TheDesktop().TellFaultsBy(TellFault);
+  TheDesktop().TellKeptContentsBy(TellKeptContent);
   TheDesktop().RunAct("Start the program", [] { Form1.Show(); });
 }
 
