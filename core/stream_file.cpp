@@ -36,12 +36,9 @@ void StreamFile::Open() {
   const std::string path = BuiltStreamPath();
   const std::string name = FindFile(path);
   keepsTail_ = !name.empty() && name != kStreamName;
-  if (name == kStreamName) {
-    EraseFile(path);
-    Files.MakeBinary(kStreamNumber, path);
-  } else {
-    Files.OpenBinary(kStreamNumber, path);
-  }
+  if (keepsTail_) return Files.OpenBinary(kStreamNumber, path);
+  if (!name.empty()) EraseFile(path);
+  Files.MakeBinary(kStreamNumber, path);
 }
 
 void StreamFile::StartAgain() {
