@@ -63,7 +63,9 @@ std::vector<std::string> WithoutStart(const std::vector<std::string>& lines) {
 }
 
 std::vector<Act> Acts() {
-  const auto changed = Behind(kOpenTr4, "click frmEditor.chkLayer2");
+  auto changed = Behind(kOpenTr4, "click frmEditor.Command11");
+  changed = Behind(changed, "click frmOptions.chkFlags(3)");
+  changed = Behind(changed, "click frmOptions.Command2");
   const auto save = [](const std::string& folder) -> std::vector<std::string> {
     return {"click frmEditor.Command15", "choose \"$/" + folder + "/SCRIPT.DAT\""};
   };
@@ -335,7 +337,8 @@ void Sweep::CheckFiles(const Trial& trial) {
     const std::string of = name.substr(0, mark);
     const bool couldNotGo = std::string(plan_.struck.data()).find(name) != std::string::npos &&
                             std::string(plan_.struck.data()).starts_with("remove");
-    if (BoxNames(name) && fresh_[of] == bytes) {
+    const auto wanted = fresh_.find(of);
+    if (BoxNames(name) && wanted != fresh_.end() && wanted->second == bytes) {
       kept.insert(of);
     } else if (!killed_ && !couldNotGo && !trial.lasting) {
       Find(trial, name + " was left behind");

@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 
 #include <QAbstractButton>
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -105,7 +106,10 @@ class Hands {
         &clock_,
         [this, button] {
           button->click();
-          --acts_;
+          // Over only when the program waits again: it may have been its last act.
+          QObject::connect(
+              QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock,
+              &clock_, [this] { --acts_; }, Qt::SingleShotConnection);
         },
         Qt::QueuedConnection);
   }
