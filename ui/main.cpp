@@ -13,6 +13,7 @@
 #include "ui/icons.h"
 #include "ui/own_folder.h"
 #include "ui/qt_screen.h"
+#include "ui/session_end.h"
 #include "ui/trash.h"
 
 int main(int argc, char* argv[]) {
@@ -37,8 +38,7 @@ int main(int argc, char* argv[]) {
   QtScreen screen;
   TheDesktop().Attach(screen);
   KeepRecoveryCopies();
-  QObject::connect(&application, &QGuiApplication::commitDataRequest, KeepWhatIsUnsaved);
-  QObject::connect(&application, &QCoreApplication::aboutToQuit, KeepWhatIsUnsaved);
+  CallAtEndOfSession(application, KeepWhatIsUnsaved);
   StartProcess();
   screen.RunUntilEnded();
   return 0;
