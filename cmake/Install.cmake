@@ -33,14 +33,31 @@ function(quillmark_compressed source target)
     VERBATIM)
 endfunction()
 
-# Installs the program `target` and its page docs/man/<target>.1 with the given component.
+# quillmark_page_as_text(PAGE TARGET): a man page for a system without man.
+find_program(GROFF groff)
+function(quillmark_page_as_text page target)
+  add_custom_command(
+    OUTPUT ${target}
+    COMMAND ${GROFF} -man -Tascii -P-cbou -rLL=90n -rHY=0 -dAD=l ${page} > ${target}
+    DEPENDS ${page}
+    VERBATIM)
+endfunction()
+
+# Installs the program `target` and its page docs/man/<target>.1 with the given component. On Windows, where the
+# manual tells all of the editor, only tools have a page: a text beside them.
 function(quillmark_install_program target component)
   install(TARGETS ${target} RUNTIME DESTINATION ${QUILLMARK_PROGRAMS} COMPONENT ${component})
-  if(WIN32)
-    return()
-  endif()
   set(page ${CMAKE_CURRENT_BINARY_DIR}/${target}.1)
   configure_file(${PROJECT_SOURCE_DIR}/docs/man/${target}.1 ${page} @ONLY)
+  if(WIN32)
+    if(GROFF AND component STREQUAL tools)
+      set(text ${CMAKE_CURRENT_BINARY_DIR}/${target}.txt)
+      quillmark_page_as_text(${page} ${text})
+      add_custom_target(${target}_page ALL DEPENDS ${text})
+      install(FILES ${text} DESTINATION ${QUILLMARK_DOCUMENTS} COMPONENT ${component})
+    endif()
+    return()
+  endif()
   if(GZIP AND NOT QUILLMARK_ONE_FOLDER)
     quillmark_compressed(${page} ${page}.gz)
     add_custom_target(${target}_page ALL DEPENDS ${page}.gz)
