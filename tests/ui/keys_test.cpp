@@ -28,6 +28,7 @@ TEST(AccessKeys, AreTheFirstLettersThatAreFree) {
             Captions({"&Load", "S&ave", "L&evel list", "&Sell"}));
   EXPECT_EQ(WithAccessKeys({"Main", "M&ain", "...", ""}), Captions({"&Main", "M&ain", "...", ""}));
   EXPECT_EQ(WithAccessKeys({"One", "&One"}), Captions({"O&ne", "&One"})) << "its own goes first";
+  EXPECT_EQ(WithAccessKeys({"a&b&c&&"}), Captions({"a&bc&&"})) << "the first one that it marks";
   EXPECT_EQ(WithAccessKeys({"&A", "&A b"}), Captions({"&A", "A &b"})) << "a mark that stands twice";
   EXPECT_EQ(WithAccessKeys({"ab", "a"}), Captions({"a&b", "&a"})) << "makes room";
   EXPECT_EQ(WithAccessKeys({"This && that", "T"}), Captions({"T&his && that", "&T"}));

@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QRegularExpression>
 #include <QTreeView>
 #include <QWheelEvent>
 #include <iostream>
@@ -253,6 +254,7 @@ TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
       EXPECT_LE(widget->isVisible() ? MissingWidth(*widget) : 0, 0);
       if (!control->TakesFocus()) continue;
       EXPECT_FALSE(widget->accessibleName().isEmpty());
+      EXPECT_FALSE(widget->accessibleName().contains(QRegularExpression("[&:]")));
       EXPECT_TRUE(names.emplace(control->Kind(), widget->accessibleName()).second);
     }
   }

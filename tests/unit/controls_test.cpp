@@ -138,6 +138,16 @@ TEST_F(ControlsTest, LettersFindRowsByTheWordOrOneByOne) {
   }
 }
 
+TEST_F(ControlsTest, NamesAreSpokenWithoutMarksAndDots) {
+  const std::pair<const char*, const char*> captions[] = {
+      {"&Open", "Open"}, {"Name: ", "Name"}, {"a::", "a"}, {"...", "tip"}, {"", "tip"}};
+  one.button.SetToolTip("&tip:");
+  for (const auto& [caption, spoken] : captions) {
+    one.button.SetCaption(caption);
+    EXPECT_EQ(one.button.SpokenName(), spoken) << caption;
+  }
+}
+
 TEST_F(ControlsTest, TextsAndRowsKeepToTheirBounds) {
   one.view.SetCell(0, 3, "c");
   EXPECT_EQ(one.view.Rows()[0].cells, (std::vector<std::string>{"a", "", "c"}));

@@ -250,6 +250,15 @@ TEST_F(EditorLevelsTest, TheLegendsRowEndsWhereItsByteEnds) {
   EXPECT_EQ(frmEditor.lstLevels.Text(), "string 255");
 }
 
+TEST_F(EditorLevelsTest, FilmsAreShownWithoutTheirFlag) {
+  for (const auto& [film, row] : std::map<int, int>{{127, 127}, {128, 0}, {129, 1}, {255, 127}}) {
+    Select(2);
+    TRScript.Levels[1].Fmv = film;
+    Select(1);
+    EXPECT_EQ(frmEditor.cmbFMV.Row(), row) << film;
+  }
+}
+
 TEST_F(EditorLevelsTest, FileNamesCountInAByteAndAreComparedWithTheLevels) {
   const auto fill = [](int count) {
     TRScript.NumFileNames = count;

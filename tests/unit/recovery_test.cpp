@@ -207,6 +207,16 @@ TEST_F(RecoveryTest, ALanguageThatIsTooLargeKeepsAllButTheStringsWithoutRoom) {
   EXPECT_EQ(Slot(Language::US).Strings[0], first);
   EXPECT_EQ(Slot(Language::US).Strings[1990], Zeros(1));
   EXPECT_GT(Slot(Language::US).Strings[1989].size(), 1U);
+
+  StringsMod = {};
+  LanguageSlot& slot = Slot(Language::US);
+  slot.Loaded = kOn;
+  slot.Total = slot.Count1 = 3;
+  slot.Strings.Redim(3);
+  slot.Offsets.Redim(3);
+  slot.Strings.Cut(Zeros(40'000), 3, [](int i) { return i == 0 ? 32'765 : 400; });
+  EXPECT_EQ(CopiesOfLoadedLanguages()[0].bytes.size(), 12U + 6 + 32'765 + 1 + 1)
+      << "all the room there is";
 }
 
 TEST_F(RecoveryTest, LooksAfterAMinuteAndKeepsWhatIsNotKeptYet) {

@@ -88,6 +88,24 @@ TEST_F(ScriptCheckTest, FindsWhatASaveWouldChangeInAStream) {
             "closing-changed /Levels/0\nelement-added /Levels/1\n");
 }
 
+TEST_F(ScriptCheckTest, ListsTheFirstEightUnknownBytes) {
+  const std::string lost = "a save leaves out what is no opcode of TR5: ";
+  std::string listed = "00 at 0";
+  for (int i = 1; i < 8; ++i) listed += ", 0" + std::to_string(i) + " at " + std::to_string(i);
+  const std::string bytes = Hex("0001020304050607") + kClose;
+  for (const auto& [stream, sentence] :
+       {std::pair(bytes, lost + listed), std::pair("\x08" + bytes, lost + "08 at 0")}) {
+    MakeFile(Path("SCRIPT.DAT"), ScriptBytes({kTitle, stream}));
+    const Findings findings = CheckScript(OpenSource(Path("SCRIPT.DAT")), kTr5);
+    const auto found = std::find_if(findings.begin(), findings.end(), [](const Finding& finding) {
+      return finding.id == "unknown-byte";
+    });
+    ASSERT_NE(found, findings.end());
+    EXPECT_EQ(found->sentence.substr(0, sentence.size()), sentence);
+    EXPECT_EQ(found->sentence.ends_with(", ..."), stream != bytes);
+  }
+}
+
 TEST_F(ScriptCheckTest, FindsWhatNoLoadGetsPast) {
   EXPECT_EQ(FoundIn({kTitle, Repeated("\x92" + kObject, 14) + kClose}),
             "group-full /Levels/1\nload-fails \n");
@@ -187,6 +205,14 @@ TEST_F(ScriptCheckTest, TablesOfStringsComeBackWithTheirControlBytes) {
             "1,1,\"line\nend\\x0D\n\",\r\n2,1,\\x01\\x81,\r\n3,1,\u00E4\\x00,\r\n"
             "4,1,last\\x00old\\x--,\r\n");
   EXPECT_EQ(Taken(value, table.substr(3)), "");
+  ScriptValue grouped = value;
+  LanguageSlot& slot = grouped.languages[static_cast<int>(Language::ENGLISH)];
+  slot.Count1 = 2;
+  slot.Count2 = 1;
+  slot.Count3 = 2;
+  for (const char* row : {"\r\n0,1,", "\r\n1,1,", "\r\n2,2,", "\r\n3,3,", "\r\n4,3,"}) {
+    EXPECT_NE(StringTable(grouped).find(row), std::string::npos) << row;
+  }
   std::string changed = table.substr(3);
   changed.replace(changed.find("\\x01"), 4, "\u20ac");
   Findings findings;
