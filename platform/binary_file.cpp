@@ -18,7 +18,7 @@ constexpr std::ios::openmode kUpdate = kRead | std::ios::out;
 constexpr std::ios::openmode kMake = kUpdate | std::ios::trunc;
 
 /// What was made for a content that did not come.
-void RemoveIfEmpty(const std::string& path) noexcept {
+void RemoveIfEmpty(const std::string& path) {
   std::error_code refused;  // then it stays
   const std::filesystem::path place = FormOfSystem(path);
   if (std::filesystem::file_size(place, refused) == 0) std::filesystem::remove(place, refused);

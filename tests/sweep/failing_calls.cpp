@@ -100,10 +100,17 @@ std::string From(int folder, const char* path) {
   return folder == AT_FDCWD || *path == '/' ? path : PathOf(folder) + '/' + path;
 }
 
+/// Half of the bytes still find room on a disk that is full from then on.
+bool IsLastRoom() {
+  return Plan()->trouble == Trouble::FullUnrenamed && Plan()->lasting &&
+         Plan()->calls == Plan()->at;
+}
+
 /// What is left of `size` bytes when the call meets its trouble; nothing for an error.
 std::size_t Rest(std::size_t size) {
   const Trouble trouble = Plan()->trouble;
-  return trouble == Trouble::Short || trouble == Trouble::Killed ? (size + 1) / 2 : 0;
+  const bool half = trouble == Trouble::Short || trouble == Trouble::Killed || IsLastRoom();
+  return half ? (size + 1) / 2 : 0;
 }
 
 /// What a call gives that failed, unless the process does not live to see it.

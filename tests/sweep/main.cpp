@@ -66,6 +66,7 @@ std::vector<Act> Acts() {
   auto changed = Behind(kOpenTr4, "click frmEditor.Command11");
   changed = Behind(changed, "click frmOptions.chkFlags(3)");
   changed = Behind(changed, "click frmOptions.Command2");
+  changed = Behind(changed, "click frmEditor.cmdAddLevel");
   const auto save = [](const std::string& folder) -> std::vector<std::string> {
     return {"click frmEditor.Command15", "choose \"$/" + folder + "/SCRIPT.DAT\""};
   };
@@ -134,6 +135,7 @@ class Sweep {
   void Send(DriverProcess& driver, const std::string& line);
   void SendAll(DriverProcess& driver, const std::vector<std::string>& lines);
   void Arm(const Trial& trial);
+  int StepOf(const Act& act, Trouble trouble) const;
   void Run(const Trial& trial);
   void RunDriver(const Trial& trial, DriverProcess& driver);
   void TryAgain(const Trial& trial, DriverProcess& driver);
@@ -380,16 +382,23 @@ void Sweep::Find(const Trial& trial, const std::string& what) {
               trial.lasting ? " from there on" : "", plan_.struck.data(), what.c_str());
 }
 
+/// The real program takes long to start, so a part of the sweep is a smaller part of its acts; and
+/// a larger one of the few calls of which a half written file is left.
+int Sweep::StepOf(const Act& act, Trouble trouble) const {
+  if (step_ == 1) return 1;
+  if (act.by != Act::By::Driver) return step_ * 8;
+  return trouble == Trouble::FullUnrenamed ? std::max(1, step_ / 5) : step_;
+}
+
 void Sweep::Visit(const Act& act) {
   Run({act});
   CheckUntroubled(act);
   const int before = visited_;
-  // The real program takes long to start, so a part of the sweep is a smaller part of its acts.
-  const int step = act.by == Act::By::Driver || step_ == 1 ? step_ : step_ * 8;
   for (const Trouble trouble : {Trouble::Failed, Trouble::Full, Trouble::Refused, Trouble::Short,
                                 Trouble::Killed, Trouble::FullUnrenamed}) {
     for (const bool lasting : {false, true}) {
       if (trouble == Trouble::Killed && lasting) continue;
+      const int step = StepOf(act, trouble);
       for (int at = 1; at == 1 || plan_.calls >= at - step; at += step) {
         Run({act, trouble, lasting, at});
       }
