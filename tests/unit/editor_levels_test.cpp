@@ -63,7 +63,9 @@ LevelRecord FilledLevel(int seed) {
   }
   l.ObjectCount = 2 + seed % 3;
   l.MirrorValue = 0x100 * (seed % 9 + 1);
-  l.Layer1On = l.Layer2On = l.LensFlareOn = l.MirrorOn = l.UVRotateOn = l.FogOn = kOn;
+  l.MirrorOn = l.UVRotateOn = l.FogOn = kOn;
+  // What a copy holds is not the same in two levels behind each other.
+  l.Layer1On = l.Layer2On = l.LensFlareOn = OnOff(seed % 2 == 1);
   l.LegendOn = OnOff(seed % 2 == 0);
   return l;
 }

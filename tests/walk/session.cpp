@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -167,6 +168,18 @@ int PlayIn(const WalkSettings& settings, const std::string& work,
   std::_Exit(EXIT_SUCCESS);
 }
 
+std::string WhatBroke(const std::string& work, int status) {
+  if (WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM) {
+    return "there was no end within " + std::to_string(kMostSeconds) + " seconds";
+  }
+  std::istringstream errors(Bytes(work + "/" + kErrors));
+  std::string words;
+  for (std::string line; std::getline(errors, line);) {
+    if (line.find("SUMMARY") != std::string::npos || words.empty()) words = line;
+  }
+  return "the process broke down: " + words;
+}
+
 Outcome ReadOutcome(const std::string& work, int status) {
   Outcome outcome;
   outcome.scenario = Bytes(work + "/" + kScenario);
@@ -181,12 +194,7 @@ Outcome ReadOutcome(const std::string& work, int status) {
     std::getline(found, outcome.finding->what);
     return outcome;
   }
-  std::istringstream errors(Bytes(work + "/" + kErrors));
-  std::string words;
-  for (std::string line; std::getline(errors, line);) {
-    if (line.find("SUMMARY") != std::string::npos || words.empty()) words = line;
-  }
-  outcome.finding = Finding{"the process broke down: " + words, ""};
+  outcome.finding = Finding{WhatBroke(work, status), ""};
   outcome.scenario += "# not met: " + outcome.finding->what + "\n";
   return outcome;
 }
