@@ -12,8 +12,6 @@
 namespace quillmark {
 namespace {
 
-constexpr int kLogNumber = 6;
-
 /// The path of an open file; nothing for a number that is free.
 template <class OpenFile>
 const std::string* PathOf(const OpenFile& file) {

@@ -17,6 +17,8 @@
 
 namespace quillmark {
 
+inline constexpr int kLogNumber = 6;  ///< the one that belongs to the log
+
 /// Small fixed numbers that stand for open files, 1 to 10: binary files, texts of fields and texts
 /// that are written line by line. Every operation on a number outside 1 to 10, on a number that is
 /// not open, or of the wrong kind of file throws the file fault; so does whatever the system

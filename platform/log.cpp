@@ -4,11 +4,6 @@
 #include "platform/files.h"
 
 namespace quillmark {
-namespace {
-
-constexpr int kLogNumber = 6;
-
-}  // namespace
 
 void LogOpen() {
   Files.OpenOutput(kLogNumber, ProgramPath("log.txt"));

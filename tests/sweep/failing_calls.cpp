@@ -142,7 +142,8 @@ Routine Next(const char* name) {
 
 #define FAILING(result, name, kind, where, failed, parameters, arguments)          \
   STANDS_BEFORE(result, name, parameters) {                                        \
-    static const auto next = Next<result(*) parameters>(#name);                    \
+    using Routine = result parameters;                                             \
+    static const auto next = Next<Routine*>(#name);                                \
     return Strikes(kind, #name, where) ? Failure<result>(failed) : next arguments; \
   }
 

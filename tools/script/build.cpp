@@ -14,7 +14,6 @@ namespace quillmark {
 namespace {
 
 namespace fs = std::filesystem;
-constexpr std::string_view kScriptName = "SCRIPT.DAT";
 
 std::string ReadJsonFile(const std::string& path) try {
   return ReadWholeFile(path, kMostJsonBytes);

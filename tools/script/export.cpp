@@ -92,7 +92,7 @@ Json NamesToJson(const Names& names, int count) {
 }
 
 /// Without the filling, which `build` puts back.
-std::string ExtensionText(std::string_view extension) {
+std::string PlainExtension(std::string_view extension) {
   return AnsiToUtf8(extension.substr(0, extension.find_last_not_of('\0') + 1));
 }
 
@@ -113,7 +113,7 @@ Json ScriptToJson(const ScriptValue& value, const Findings& losses) {
                {"ScriptKind", model.ScriptKind.value()}};
   PutFields(value, model, json);
   for (const ExtensionField& field : ExtensionFields()) {
-    json[std::string(field.name)] = ExtensionText(model.*field.member);
+    json[std::string(field.name)] = PlainExtension(model.*field.member);
   }
   json["FileNames"] = NamesToJson(model.FileNames, model.NumFileNames);
   json["LanguageNames"] = NamesToJson(model.LanguageNames, kLanguageNameCount);

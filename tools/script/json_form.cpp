@@ -6,11 +6,10 @@
 
 #include "platform/ansi.h"
 #include "tools/script/script_fields.h"
+#include "tools/script/text_form.h"
 
 namespace quillmark {
 namespace {
-
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 /// The lists that have a line for each entry.
 bool IsLongList(std::string_view name) {

@@ -9,14 +9,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kSilence(500);
-std::optional<Clock::time_point> start;
+std::optional<Clock::time_point> startOfWork;
 
 }  // namespace
 
-void StartProgress() { start = Clock::now(); }
+void StartProgress() { startOfWork = Clock::now(); }
 
 void TellProgress(std::string_view step) {
-  if (start && Clock::now() - *start > kSilence) std::cerr << step << " ...\n";
+  if (startOfWork && Clock::now() - *startOfWork > kSilence) std::cerr << step << " ...\n";
 }
 
 }  // namespace quillmark

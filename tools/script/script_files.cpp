@@ -8,8 +8,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::string_view kScriptName = "SCRIPT.DAT";
-
 /// The state of the modules while a save runs on it.
 class SavedState {
  public:

@@ -14,8 +14,6 @@ namespace {
 constexpr std::array<std::string_view, kLanguageNameCount> kUsualLanguageNames = {
     "ENGLISH.DAT", "FRENCH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
     "SPANISH.DAT", "US.DAT",     "JAPAN.DAT",  "DUTCH.DAT"};
-constexpr char kMaskCharacter = 0x5C;
-constexpr std::size_t kMostEntries = 255;
 
 /// What a member that shows a reference's text said, to be looked at when all texts are known.
 struct Comment {

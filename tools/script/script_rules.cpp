@@ -10,8 +10,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::int64_t kMostEntries = 255;  // the head counts levels and file names in a byte
-
 /// Turns the uses of limits into findings.
 class Limits {
  public:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "core/script_model.h"
@@ -10,6 +11,11 @@
 namespace quillmark {
 
 // What the formats ask of any script, read from a file or about to become one.
+
+/// Levels or file names: the head counts them in a byte.
+inline constexpr std::size_t kMostEntries = 255;
+/// The one character that a language file can't hold: masked it would read as a zero.
+inline constexpr char kMaskCharacter = 0x5C;
 
 /// Counts and sizes: an error above a limit, a warning at it, a note from 80 % of it on.
 Findings LimitFindings(const ScriptValue& value);

@@ -21,7 +21,6 @@ namespace quillmark {
 namespace {
 
 namespace fs = std::filesystem;
-constexpr std::string_view kScriptName = "SCRIPT.DAT";
 constexpr std::string_view kStandardInput = "-";
 constexpr std::size_t kLanguageHead = 12;
 

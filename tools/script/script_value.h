@@ -27,6 +27,9 @@ struct Trouble : std::runtime_error {
 /// and the editor can use, and little enough for the memory.
 inline constexpr std::int64_t kMostFileBytes = 1 << 20;
 
+/// The name under which the games and the editor know a script.
+inline constexpr std::string_view kScriptName = "SCRIPT.DAT";
+
 /// A script that was named on the command line: a path of a file, a folder with a `SCRIPT.DAT`, or
 /// "-" for what comes from standard input.
 struct ScriptSource {

@@ -20,7 +20,6 @@ namespace {
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr std::int64_t kMostTableBytes = 16 << 20;
 constexpr std::size_t kFirstLanguageColumn = 2;
-constexpr char kMaskCharacter = 0x5C;
 
 const LanguageSlot& SlotOf(const ScriptValue& value, Language language) {
   return value.languages[static_cast<int>(language)];

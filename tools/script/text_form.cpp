@@ -9,7 +9,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 constexpr std::string_view kEscape = "\\x";
 constexpr std::string_view kUnterminated = "\\x--";
 constexpr std::size_t kEscapeLength = 4;

@@ -13,6 +13,8 @@ namespace quillmark {
 /// would begin such an escape is written as `\x5C`. Strings and names carry a zero as their last
 /// byte, which the text leaves out; one that lacks it ends in `\x--`.
 
+inline constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
 /// A text that stands for no bytes; `what()` tells why.
 struct NoBytes : std::runtime_error {
   using std::runtime_error::runtime_error;
