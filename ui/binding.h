@@ -54,6 +54,12 @@ class Binding : public QObject {
 
   /// For an act that the control refused: the widget goes back to what the control says.
   void Restore();
+  /// Runs `check` as soon as what is happening is over, unless the control itself has changed the
+  /// widget. For what a screen reader may do to the widget past all keys and buttons.
+  template <class Check>
+  void CheckSoon(const Check& check) {
+    if (!RefreshScope::Running()) QMetaObject::invokeMethod(this, check, Qt::QueuedConnection);
+  }
 
  private:
   void NoteFocus() const;

@@ -42,6 +42,12 @@ CheckBoxBinding::CheckBoxBinding(CheckBox& control, QCheckBox& widget)
   connect(&box_, &QCheckBox::clicked, this, [this] {
     if (!check_.Flip()) Restore();
   });
+  connect(&box_, &QCheckBox::toggled, this, [this] { CheckSoon([this] { TakeToggle(); }); });
+}
+
+void CheckBoxBinding::TakeToggle() {
+  if (box_.isChecked() == check_.Ticked()) return;
+  if (!check_.MousePress(MouseButton::Left) || !check_.Flip()) Restore();
 }
 
 bool CheckBoxBinding::MousePressed(const QMouseEvent& event) {
@@ -62,11 +68,15 @@ bool CheckBoxBinding::OtherEvent(QEvent& event) {
 
 OptionButtonBinding::OptionButtonBinding(OptionButton& control, QRadioButton& widget)
     : Binding(control, widget), option_(control), radio_(widget) {
-  // The control says which one of the group is on; the widget must let each be put off.
-  radio_.setAutoExclusive(false);
   connect(&radio_, &QRadioButton::clicked, this, [this] {
     if (!option_.Press()) Restore();
   });
+  connect(&radio_, &QRadioButton::toggled, this, [this] { CheckSoon([this] { TakeToggle(); }); });
+}
+
+void OptionButtonBinding::TakeToggle() {
+  // The one that was on has been put off by it, too, which is no act of its own.
+  if (radio_.isChecked() && !option_.On() && !option_.Press()) Restore();
 }
 
 }  // namespace quillmark

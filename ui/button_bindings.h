@@ -34,6 +34,9 @@ class CheckBoxBinding : public Binding {
   bool OtherEvent(QEvent& event) override;
 
  private:
+  /// A screen reader toggles the widget without a click, and means one.
+  void TakeToggle();
+
   CheckBox& check_;
   QCheckBox& box_;
   bool deactivated_ = false;  ///< the window, since the last press
@@ -48,6 +51,8 @@ class OptionButtonBinding : public Binding {
   void ShowState() override { radio_.setChecked(option_.On()); }
 
  private:
+  void TakeToggle();
+
   OptionButton& option_;
   QRadioButton& radio_;
 };

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
@@ -77,6 +78,14 @@ bool LooksLikeControl(const QWidget& widget) {
          qobject_cast<const QGroupBox*>(&widget) != nullptr;
 }
 
+/// A window is one to a screen reader too, which the toolkit says only of its own dialogs.
+QAccessibleInterface* TellWindow(const QString& /*className*/, QObject* object) {
+  auto* const window = dynamic_cast<FormWindow*>(object);
+  if (window == nullptr) return nullptr;
+  const bool dialog = (window->windowFlags() & Qt::WindowType_Mask) == Qt::Dialog;
+  return new QAccessibleWidget(window, dialog ? QAccessible::Dialog : QAccessible::Window);
+}
+
 }  // namespace
 
 FormWindow::FormWindow(Form& form, const ChosenPaths& paths)
@@ -85,6 +94,7 @@ FormWindow::FormWindow(Form& form, const ChosenPaths& paths)
       paths_(paths),
       content_(new QWidget),
       area_(new QScrollArea) {
+  QAccessible::installFactory(TellWindow);  // which counts once
   setObjectName(QString::fromStdString(form.Name()) + QStringLiteral("Window"));
   DrawForm(form, *content_);
   area_->setWidgetResizable(true);
@@ -225,7 +235,9 @@ void FormWindow::FollowForm() {
     show();
   }
   // The title bar of a form without a caption would show the name of the executable.
-  if (form_.Caption().empty()) windowHandle()->setTitle(FromAnsi(kProgramName));
+  const QString standIn = form_.Caption().empty() ? FromAnsi(kProgramName) : QString();
+  if (!standIn.isEmpty()) windowHandle()->setTitle(standIn);
+  setAccessibleName(standIn);
 }
 
 void FormWindow::RefreshAll() {

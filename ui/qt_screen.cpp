@@ -10,6 +10,7 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -147,7 +148,10 @@ std::optional<std::string> QtScreen::AskText(const InputBox& box) {
   shown.setWindowTitle(FromAnsi(box.title));
   shown.setLabelText(FromAnsi(box.prompt));
   shown.setTextValue(FromAnsi(box.text));
-  shown.setMinimumWidth(WidthOfTitle(shown));
+  // The dialog's layout would undo a width of its own.
+  if (auto* const prompt = shown.findChild<QLabel*>()) {
+    prompt->setMinimumWidth(WidthOfTitle(shown));
+  }
   shown.setWindowModality(Qt::ApplicationModal);
   shown.show();
   RaiseAboveTopmost(shown);

@@ -57,11 +57,24 @@ ComboBinding::ComboBinding(ComboBox& control, QComboBox& widget)
   connect(&combo_, &QComboBox::activated, this, [this](int row) {
     if (!rows_.Choose(row)) Restore();
   });
+  connect(combo_.view()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { CheckSoon([this] { TakeSelection(); }); });
+}
+
+void ComboBinding::TakeSelection() {
+  const QModelIndexList selected = combo_.view()->selectionModel()->selectedRows();
+  // Mouse and keys move both, which chooses nothing yet.
+  if (selected.isEmpty() || selected.front() == combo_.view()->currentIndex()) return;
+  combo_.hidePopup();
+  if (!rows_.Choose(selected.front().row())) Restore();
 }
 
 void ComboBinding::ShowState() {
   model_.Refresh();
-  if (combo_.currentIndex() != rows_.Row()) combo_.setCurrentIndex(rows_.Row());
+  if (combo_.currentIndex() == rows_.Row()) return;
+  combo_.setCurrentIndex(rows_.Row());
+  combo_.view()->selectionModel()->setCurrentIndex(model_.index(rows_.Row(), 0),
+                                                   QItemSelectionModel::ClearAndSelect);
 }
 
 bool ComboBinding::OtherEvent(QEvent& event) {
@@ -91,6 +104,14 @@ void ListBinding::Show(RowsModel& model) {
               Restore();
             }
           });
+  connect(view_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { CheckSoon([this] { TakeSelection(); }); });
+}
+
+void ListBinding::TakeSelection() {
+  const QModelIndexList selected = view_.selectionModel()->selectedRows();
+  const int row = selected.isEmpty() ? -1 : selected.front().row();
+  if (row != rows_.Row() && !rows_.Choose(row)) Restore();
 }
 
 int ListBinding::RowAt(const QMouseEvent& event) const {
@@ -104,28 +125,43 @@ bool ListBinding::KeyPressed(const QKeyEvent& event) {
 void ListBinding::ShowState() {
   model_->Refresh();
   const QModelIndex wanted = model_->index(rows_.Row(), 0);
-  if (view_.currentIndex().row() == wanted.row() && view_.selectionModel()->hasSelection()) return;
-  if (wanted.isValid()) {
+  QItemSelectionModel& selection = *view_.selectionModel();
+  if (!wanted.isValid()) {
+    selection.clear();
+  } else if (selection.currentIndex().row() != wanted.row() || !selection.isSelected(wanted)) {
     view_.setCurrentIndex(wanted);
     view_.scrollTo(wanted);
-  } else {
-    view_.selectionModel()->clear();
   }
 }
 
 ListBoxBinding::ListBoxBinding(ListBox& control, QListView& widget)
     : ListBinding(control, widget),
       list_(control),
+      view_(widget),
       model_(control),
       hint_(new QLabel(widget.viewport())) {
   Show(model_);
   widget.setUniformItemSizes(true);
   hint_->setWordWrap(true);
-  hint_->setForegroundRole(QPalette::PlaceholderText);
   hint_->setAlignment(Qt::AlignCenter);
   hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  GreyHint();
   auto* const around = new QVBoxLayout(widget.viewport());
   around->addWidget(hint_);
+}
+
+void ListBoxBinding::GreyHint() {
+  // Not the palette's own colour for this: some dark desktops leave it black.
+  QPalette grey = view_.palette();
+  QColor half = grey.color(QPalette::Text);
+  half.setAlphaF(0.5);
+  grey.setColor(QPalette::WindowText, half);
+  hint_->setPalette(grey);
+}
+
+bool ListBoxBinding::OtherEvent(QEvent& event) {
+  if (event.type() == QEvent::PaletteChange) GreyHint();
+  return false;
 }
 
 void ListBoxBinding::ShowState() {

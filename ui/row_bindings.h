@@ -28,6 +28,9 @@ class ComboBinding : public Binding {
   bool OtherEvent(QEvent& event) override;
 
  private:
+  /// A screen reader selects a row of the open or closed list, which leaves the current row.
+  void TakeSelection();
+
   ComboBox& rows_;
   QComboBox& combo_;
   TextsModel model_;
@@ -49,6 +52,9 @@ class ListBinding : public Binding {
   void ShowState() override;
 
  private:
+  /// A screen reader selects a row, or none, past all that a person can do.
+  void TakeSelection();
+
   RowsControl& rows_;
   QAbstractItemView& view_;
   RowsModel* model_ = nullptr;
@@ -62,9 +68,13 @@ class ListBoxBinding : public ListBinding {
   bool MousePressed(const QMouseEvent& event) override;
   void ShowState() override;
   bool MouseReleased(const QMouseEvent& event) override;
+  bool OtherEvent(QEvent& event) override;
 
  private:
+  void GreyHint();
+
   ListBox& list_;
+  QListView& view_;
   TextsModel model_;
   QLabel* hint_;
   bool doubleClicked_ = false;  ///< the button that is down is so for the second time

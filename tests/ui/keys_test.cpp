@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QRegularExpression>
 #include <QtTest/QTest>
@@ -13,6 +16,7 @@
 #include <set>
 
 #include "driver/running_program.h"
+#include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "ui/access_keys.h"
 
@@ -123,6 +127,54 @@ TEST(Keys, ReleaseAnAccessKeyInTheBoxThatItReached) {
   EXPECT_EQ(frmEditor.Focus(), &frmEditor.txtTrack);
   QTest::keyRelease(program.screen.WidgetOf(frmEditor.txtTrack), letter, Qt::AltModifier);
   EXPECT_EQ(released.size(), 2U) << "the letter and Alt";
+}
+
+/// What a screen reader does to a widget: no key and no button takes part in it.
+void DoBy(QWidget& widget, const QString& action) {
+  QAccessible::queryAccessibleInterface(&widget)->actionInterface()->doAction(action);
+}
+
+void SelectRowBy(QWidget& list, int row) {
+  QAccessible::queryAccessibleInterface(&list)->tableInterface()->selectRow(row);
+}
+
+TEST(ScreenReaders, ReachWhatTheMouseReaches) {
+  RunningProgram program(programFiles, "ENGLISH");
+  const auto widget = [&](const Control& control) -> QWidget& {
+    return *program.screen.WidgetOf(control);
+  };
+  const auto settle = [&] {
+    program.screen.Refresh();
+    program.screen.TheHands().Settle();
+  };
+  frmEditor.Frame3.SetEnabled(true);
+  int presses = 0;
+  frmEditor.chkHorizon.onMousePress = [&] { ++presses; };
+  frmEditor.cmbFMV.onSelect = nullptr;  // which needs a level
+  frmEditor.lstFileNames.AddRow("first");
+  frmEditor.lstFileNames.AddRow("second");
+  settle();
+  DoBy(widget(frmEditor.chkHorizon), QAccessibleActionInterface::toggleAction());
+  SelectRowBy(widget(frmEditor.lstFileNames), 1);
+  SelectRowBy(*dynamic_cast<QComboBox&>(widget(frmEditor.cmbFMV)).view(), 7);
+  settle();
+  EXPECT_TRUE(frmEditor.chkHorizon.Ticked());
+  EXPECT_EQ(presses, 1) << "only a press stores the value";
+  EXPECT_EQ(frmEditor.lstFileNames.Row(), 1);
+  EXPECT_EQ(frmEditor.cmbFMV.Row(), 7);
+  frmSelScript.Show();
+  settle();
+  QAccessibleInterface& chooser =
+      *QAccessible::queryAccessibleInterface(&program.screen.WindowOf(frmSelScript));
+  EXPECT_EQ(chooser.role(), QAccessible::Dialog);
+  EXPECT_EQ(chooser.text(QAccessible::Name), QStringLiteral("Quillmark"));
+  QWidget& other = widget(frmSelScript.Option2);
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&other)->role(), QAccessible::RadioButton);
+  DoBy(other, QAccessibleActionInterface::toggleAction());
+  settle();
+  EXPECT_TRUE(frmSelScript.Option2.On());
+  EXPECT_FALSE(frmSelScript.Option1.On());
+  frmSelScript.Unload();
 }
 
 TEST(Keys, MakeOneWordOfLettersThatFollowEachOtherSoon) {
