@@ -138,32 +138,5 @@ TEST_F(ControlsTest, LettersFindRowsByTheWordOrOneByOne) {
   }
 }
 
-TEST_F(ControlsTest, NamesAreSpokenWithoutMarksAndDots) {
-  const std::pair<const char*, const char*> captions[] = {
-      {"&Open", "Open"}, {"Name: ", "Name"}, {"a::", "a"}, {"...", "tip"}, {"", "tip"}};
-  one.button.SetToolTip("&tip:");
-  for (const auto& [caption, spoken] : captions) {
-    one.button.SetCaption(caption);
-    EXPECT_EQ(one.button.SpokenName(), spoken) << caption;
-  }
-}
-
-TEST_F(ControlsTest, TextsAndRowsKeepToTheirBounds) {
-  one.view.SetCell(0, 3, "c");
-  EXPECT_EQ(one.view.Rows()[0].cells, (std::vector<std::string>{"a", "", "c"}));
-  int changes = 0;
-  one.box.onChange = [&] { ++changes; };
-  one.box.Edit("text", 2, 99);
-  EXPECT_EQ(changes, 0);
-  EXPECT_EQ(one.box.SelectionLength(), 2);
-  one.box.SelectText(-1, 3);
-  EXPECT_EQ(one.box.SelectionStart(), 0);
-  EXPECT_EQ(one.box.SelectionLength(), 3);
-  one.box.SetText("longer");
-  EXPECT_EQ(one.box.SelectionStart(), 6);
-  EXPECT_EQ(changes, 1);
-  one.box.onChange = {};
-}
-
 }  // namespace
 }  // namespace quillmark

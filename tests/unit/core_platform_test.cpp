@@ -102,47 +102,6 @@ TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
   EXPECT_EQ(Bytes(Path("a")), Hex("09"));
 }
 
-TEST_F(CorePlatformTest, OnlyAReadPastTheEndMeetsItAndASeekForgetsThat) {
-  MakeFile(Path("a"), "12345678");
-  Files.OpenBinary(1, Path("a"));
-  const std::function<void()> reads[] = {[] { Files.ReadText(1, 4); }, [] { Files.ReadInt32(1); }};
-  for (const auto& read : reads) {
-    for (const bool met : {false, false, true}) {
-      read();
-      EXPECT_EQ(Files.EndOfFile(1), met);
-    }
-    Files.Seek(1, 0);
-    EXPECT_FALSE(Files.EndOfFile(1));
-  }
-}
-
-TEST_F(CorePlatformTest, AFlushPutsEveryWriteOnDiskInAnyOrder) {
-  const std::pair<int, const char*> writes[] = {{0, "abcdefgh"}, {2, "XY"}, {6, "Z"}, {1, "-"}};
-  for (const bool atOnce : {false, true}) {
-    Files.MakeBinary(1, Path("a"));
-    for (const auto& [position, text] : writes) {
-      Files.Seek(1, position);
-      Files.WriteText(1, text);
-      if (atOnce) Files.Flush(1);
-    }
-    Files.Close(1);
-    EXPECT_EQ(Bytes(Path("a")), "a-XYefZh");
-  }
-}
-
-TEST_F(CorePlatformTest, ClosingAllFilesLeavesTheLogAlone) {
-  void (FileNumbers::*const closings[])() = {&FileNumbers::CloseFiles, &FileNumbers::AbandonFiles};
-  for (const auto close : closings) {
-    for (int number = 1; number <= 10; ++number) {
-      Files.MakeBinary(number, Path(std::to_string(number)));
-    }
-    (Files.*close)();
-    for (int number = 1; number <= 10; ++number) EXPECT_EQ(Files.IsOpen(number), number == 6);
-    Files.CloseAll();
-    EXPECT_FALSE(Files.IsOpen(6));
-  }
-}
-
 TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
   MakeFile(Path("a"), " x, \"y,z\" ,\r\nlast");
   Files.OpenInput(5, Path("a"));

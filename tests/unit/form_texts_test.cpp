@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "controls/desktop.h"
-#include "editor/editor_form.h"
 #include "forms/apply_texts.h"
 #include "forms/dialog_forms.h"
+#include "forms/editor_controls.h"
 #include "forms/interface_texts.h"
 
 namespace quillmark {
@@ -126,19 +126,10 @@ TEST_F(FormTextsTest, EachEntryGoesToItsPlacesAndNoOther) {
   EXPECT_EQ(shown, ExpectedTexts());
 }
 
-TEST_F(FormTextsTest, TheTrainIsNamedByTheGame) {
-  BuildInterfaceTr5();
-  EXPECT_EQ(frmEditor.chkTrain.Caption(), "entry 141");
-  BuildInterfaceTr4();
-  EXPECT_EQ(frmEditor.chkTrain.Caption(), "entry 78");
-}
-
 TEST_F(FormTextsTest, FormsStartWithTheirLimits) {
   EXPECT_EQ(Form1.Timer1.Milliseconds(), 2000);
   EXPECT_EQ(frmEditor.cmbCut.Rows(), FrmEditor::Numbers(0, 35));
-  EXPECT_EQ(frmEditor.cmbFMV.Rows(), FrmEditor::Numbers(0, 30));
   for (const TextBox* box : frmEditor.txtObj.All()) EXPECT_EQ(box->MaxLength(), 4);
-  for (const TextBox* box : frmEx.txtExtensions.All()) EXPECT_EQ(box->MaxLength(), 3);
 }
 
 }  // namespace

@@ -89,21 +89,14 @@ TEST_F(ScriptCheckTest, FindsWhatASaveWouldChangeInAStream) {
 }
 
 TEST_F(ScriptCheckTest, ListsTheFirstEightUnknownBytes) {
-  const std::string lost = "a save leaves out what is no opcode of TR5: ";
-  std::string listed = "00 at 0";
-  for (int i = 1; i < 8; ++i) listed += ", 0" + std::to_string(i) + " at " + std::to_string(i);
-  const std::string bytes = Hex("0001020304050607") + kClose;
-  for (const auto& [stream, sentence] :
-       {std::pair(bytes, lost + listed), std::pair("\x08" + bytes, lost + "08 at 0")}) {
-    MakeFile(Path("SCRIPT.DAT"), ScriptBytes({kTitle, stream}));
-    const Findings findings = CheckScript(OpenSource(Path("SCRIPT.DAT")), kTr5);
-    const auto found = std::find_if(findings.begin(), findings.end(), [](const Finding& finding) {
-      return finding.id == "unknown-byte";
-    });
-    ASSERT_NE(found, findings.end());
-    EXPECT_EQ(found->sentence.substr(0, sentence.size()), sentence);
-    EXPECT_EQ(found->sentence.ends_with(", ..."), stream != bytes);
+  MakeFile(Path("SCRIPT.DAT"), ScriptBytes({kTitle, Hex("000102030405060708") + kClose}));
+  std::string sentence;
+  for (const Finding& finding : CheckScript(OpenSource(Path("SCRIPT.DAT")), kTr5)) {
+    if (finding.id == "unknown-byte") sentence += finding.sentence;
   }
+  EXPECT_EQ(sentence,
+            "a save leaves out what is no opcode of TR5: 00 at 0, 01 at 1, 02 at 2, 03 at 3, "
+            "04 at 4, 05 at 5, 06 at 6, 07 at 7, ...");
 }
 
 TEST_F(ScriptCheckTest, FindsWhatNoLoadGetsPast) {
