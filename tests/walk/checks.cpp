@@ -180,7 +180,8 @@ void Checks::CheckChanges() {
 }
 
 void Checks::CheckFlag(const Json& now) const {
-  if (refused_ || boxed_ || level_ < 0 || level_ >= std::ssize(now["Levels"])) return;
+  const auto levels = std::min(std::ssize(model_["Levels"]), std::ssize(now["Levels"]));
+  if (refused_ || boxed_ || level_ < 0 || level_ >= levels) return;
   const std::string place = "/Levels/" + Plain(level_) + "/LevelFlags";
   const int before = model_[Json::json_pointer(place)];
   const int after = now[Json::json_pointer(place)];
