@@ -19,8 +19,12 @@ struct WriteResult {
 /// not tell.
 std::filesystem::path BehindLinks(const std::filesystem::path& place);
 
+/// Who may read a new file: those whom the user lets read new files, or nobody else as long as it
+/// has not got the rights of the file whose name it takes.
+enum class Readers { Usual, UsAlone };
+
 /// Makes an empty file; the error if anything has that name already or the system refuses.
-std::error_code MakeNewFile(const std::filesystem::path& path);
+std::error_code MakeNewFile(const std::filesystem::path& path, Readers readers = Readers::UsAlone);
 
 /// Writes over the file at `path`, which has to exist, gives it the length of `content` and flushes
 /// it to the disk.

@@ -13,8 +13,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Nobody else reads a file before it has the rights of the one whose name it takes.
 constexpr mode_t kForUsAlone = S_IRUSR | S_IWUSR;
+constexpr mode_t kForAll = kForUsAlone | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
@@ -73,8 +73,9 @@ fs::path BehindLinks(const fs::path& place) {
   return fs::canonical(place, error);
 }
 
-std::error_code MakeNewFile(const fs::path& path) {
-  Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, kForUsAlone);
+std::error_code MakeNewFile(const fs::path& path, Readers readers) {
+  Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL,
+                  readers == Readers::Usual ? kForAll : kForUsAlone);
   if (!file.IsOpen()) return LastError();
   const std::error_code error = file.Close();
   if (error) unlink(path.c_str());

@@ -90,7 +90,7 @@ fs::path BehindLinks(const fs::path& place) {
   return std::wstring(name.data(), length);
 }
 
-std::error_code MakeNewFile(const fs::path& path) {
+std::error_code MakeNewFile(const fs::path& path, Readers) {
   const OpenHandle file(path, GENERIC_WRITE, 0, CREATE_NEW);
   return file.IsOpen() ? std::error_code() : LastError();
 }

@@ -14,6 +14,7 @@
 #include "platform/system_path.h"
 #include "strings/language_files.h"
 #include "tools/listing.h"
+#include "tools/script/private_folder.h"
 
 namespace quillmark {
 namespace {
@@ -88,6 +89,9 @@ Status Load(const Request& request, const LanguageTroubles& troubles, bool& whol
 }
 
 Status Save(const std::string& target) {
+  // Takes the stream that was built last: the program's real folder is no place for it where the
+  // program is installed.
+  const PrivateFolder folder;
   if (!SaveScript(target)) return Refuse(target, "can't be saved");
   if (!WriteLoadedLanguages(GetPath(target))) {
     return Refuse(target, "is saved, but not each language beside it");
@@ -109,7 +113,7 @@ Status Run(const Request& request) {
 
 }  // namespace
 
-int RunListing(const std::string& program, const std::vector<std::string>& words) {
+int RunListing(const std::vector<std::string>& words) {
   Request request;
   if (!ReadRequest(words, request)) {
     std::cerr << "usage: script_listing list tr4|tr5 SCRIPT\n"
@@ -117,7 +121,6 @@ int RunListing(const std::string& program, const std::vector<std::string>& words
     return kUsage;
   }
   try {
-    SetProgramFolder(GetPath(AbsolutePath(program)));
     return WithMemoryFaults([&request] { return Run(request); });
   } catch (const Fault& fault) {
     std::cerr << FaultName(fault.kind()) << ": " << fault.what() << '\n';

@@ -11,10 +11,9 @@ namespace quillmark {
 ///     resave tr4|tr5 SCRIPT TARGET     saves SCRIPT over TARGET, which has to exist, and each
 ///                                      loaded language beside it
 ///
-/// `program` is the path of the running program, whose folder takes the stream that was built last.
 /// Gives the exit status: 0 done; 1 refused; 2 a fault; 3 a level stream without its closing pair;
 /// 64 wrong usage. Texts of troubles go to standard error. A model whose language files could only
 /// be read in part is listed all the same, and is not saved.
-int RunListing(const std::string& program, const std::vector<std::string>& words);
+int RunListing(const std::vector<std::string>& words);
 
 }  // namespace quillmark

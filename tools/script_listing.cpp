@@ -3,5 +3,5 @@
 
 int main(int argc, char** argv) {
   const std::vector<std::string> words = quillmark::CommandLineWords(argc, argv);
-  return quillmark::RunListing(words.front(), {words.begin() + 1, words.end()});
+  return quillmark::RunListing({words.begin() + 1, words.end()});
 }

@@ -224,7 +224,8 @@ TEST_F(ScriptCheckTest, TablesAreRefusedWithEveryCellThatCanNotBeStored) {
   const std::string head = "Number,Group,ENGLISH,US\r\n";
   using Case = std::tuple<std::string, std::string>;
   for (const auto& [table, expected] : std::initializer_list<Case>{
-           {head + "1,1,B,\n0,1,A,C\n\n", ""},
+           {head + "1,1,B,\n0,1,A,C\n\n,,,\n", ""},
+           {head + "0,1,A,C" + std::string(200000, ','), "no-table \n"},
            {head + "0,1,\"A\",c\n1,1,B,", "US.DAT\n"},
            {"Number,Group,US\n0,1,C\n1,1,\n", ""},
            {head + "0,1,A,C\n", "number-missing \n"},

@@ -69,6 +69,14 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
            {"diff " + script + ' ' + folder, 0, ""},
            {"diff " + script + " " + Path("warned") + " --game tr5", 2, "lacks its closing pair"},
            {"diff " + script, 2, "2 paths are needed"},
+           {"diff - - <" + script, 2, "only one of the two"},
+           {"diff " + folder + " - <" + script, 0, ""},
+           {"show " + Path("tr4/none/x"), 3, "is not there"},
+           {"build " + folder + " " + Path("new"), 3, "is a folder"},
+           {"build " + script + " " + folder + " --force", 1, "is no JSON"},
+           {"export " + script + " -o " + folder, 1, "is no file"},
+           {"export " + script + " -o " + Path("tr4/script.dat"), 1, "is what is read"},
+           {"strings " + folder + " -o " + Path("tr4/GERMAN.DAT"), 1, "is what is read"},
            {"build " + Path("bad.json") + " " + Path("new"), 1, "wrong-format"},
            {"strings " + script + " --take " + table, 1, "number-missing"},
            {"strings " + Path("both"), 1, "no language file"},
@@ -93,8 +101,27 @@ TEST_F(ScriptCommandTest, ShowsTheSameTextOfAFileWhereverItLies) {
   EXPECT_EQ(Out(), text);
   ASSERT_EQ(Run("show - <" + script), 0);
   EXPECT_EQ(Out(), text);
+  ASSERT_EQ(Run("show /dev/stdin <" + script), 0);
+  EXPECT_EQ(Out(), text);
   ASSERT_EQ(Run("show " + Path("tr5")), 0);
   EXPECT_NE(Out().find("NameString: 1 \"Frostline Halt\""), std::string::npos);
+}
+
+TEST_F(ScriptCommandTest, WritesToPipesAndLetsOthersReadNewFiles) {
+  const std::string script = CopySample("tr4");
+  ASSERT_EQ(Run("export " + script), 0);
+  const std::string text = Out();
+  ASSERT_EQ(Run("export -o - " + script), 0);
+  EXPECT_EQ(Out(), text);
+  const std::string pipe = Path("pipe");
+  const std::string command = "umask 022; cd " + Path("") + "; mkfifo pipe; cat pipe >read & " +
+                              QUILLMARK_SCRIPT + " export tr4 -o pipe; " + QUILLMARK_SCRIPT +
+                              " export tr4 -o new; wait";
+  ASSERT_EQ(std::system(("timeout 60 sh -c '" + command + "'").c_str()), 0);
+  EXPECT_TRUE(fs::is_fifo(pipe));
+  EXPECT_EQ(Bytes(Path("read")), text);
+  EXPECT_EQ(Bytes(Path("new")), text);
+  EXPECT_EQ(fs::status(Path("new")).permissions(), fs::perms{0644});
 }
 
 TEST_F(ScriptCommandTest, BuildsAllFilesOrNone) {

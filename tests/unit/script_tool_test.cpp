@@ -215,7 +215,12 @@ TEST_F(ScriptToolTest, NamesEachThingThatCanNotBeBuilt) {
            {"\"two\",", "\"too\",", "comment-differs /Levels/1/NameStringText\n"},
            {"\"Tr5ListA\"", "\"Fog\": [1, 2, 3], \"Layer3\": 1, \"Tr5ListA\"",
             "unknown-member /Levels/1/Fog\nunknown-member /Levels/1/Layer3\n"},
-           {"\"Tr5ListA\"", "\"Cuts\": [], \"Tr5ListA\"", "member-twice /Levels/1/Cuts\n"},
+           {"\"Tr5ListA\"", "\"Cuts\": [], \"a/~\": 1, \"Tr5ListA\"",
+            "member-twice /Levels/1/Cuts\nunknown-member /Levels/1/a~1~0\n"},
+           {"\"two\",", "[],", "comment-differs /Levels/1/NameStringText\n"},
+           {"\"quillmark-script\", \"Version\": 1", "1, \"Version\": \"1\"",
+            "wrong-format /Format\nwrong-version /Version\n"},
+           {"\"Type\": 4", "\"Type\": 1e999", "no-json \n"},
            {"[\"T\", \"L\"]", "[\"T\", 3]", "wrong-type /FileNames/1\n"},
            {"\"one\"", "\"\u0416\"", "code-page /Languages/US/Strings/0\n"},
            {"\"one\"", "\"\\\\\"", "mask-character /Languages/US/Strings/0\n"},
@@ -226,6 +231,40 @@ TEST_F(ScriptToolTest, NamesEachThingThatCanNotBeBuilt) {
     json.replace(json.find(before), std::string(before).size(), after);
     EXPECT_EQ(Lines(ErrorsOf(json)), expected) << after;
   }
+}
+
+TEST_F(ScriptToolTest, RefusesTextsThatWouldTakeTooMuch) {
+  std::string members;
+  for (int i = 0; i <= 1000; ++i) members += ",\"" + std::to_string(i) + "\":1";
+  const std::string before = R"({"lost":)";
+  for (const std::string& text :
+       {before + Repeated("[", 100000) + Repeated("]", 100000) + "}",
+        before + "[" + Repeated("{},", 400000) + "1]}", before + "1" + members + "}",
+        "{\"" + std::string(201, 'k') + "\":1}"}) {
+    const Findings errors = ErrorsOf(text);
+    ASSERT_EQ(errors.size(), 1U);
+    EXPECT_EQ(errors[0].id, "too-large");
+    EXPECT_LT(errors[0].place.size(), 250U);
+  }
+  // 80 objects with 700 members each that are not known.
+  const std::string unknown = "{\"Kind\":1" + members.substr(0, 690 + 600 * 8) + "}";
+  const Findings errors =
+      ErrorsOf(R"({"Format": "quillmark-script", "Version": 1, "ScriptKind": 5, "Levels": [{},
+          {"Objects": [)" +
+               Repeated(unknown + ",", 79) + unknown + "]}]}");
+  EXPECT_TRUE(Lines(errors).find("\ntoo-many \n") != std::string::npos);
+  EXPECT_LT(errors.size(), 50010U);
+}
+
+TEST_F(ScriptToolTest, ShowsOnlyTheStartOfALongTextBesideItsNumber) {
+  Findings findings;
+  Json json = ParseJson(kHandWritten, findings);
+  json["Languages"]["US"]["Strings"][1] = std::string(30000, 'y');
+  json["Levels"][1]["NameStringText"] = std::string(30000, 'y');
+  const ScriptValue value = ScriptFromJson(json, findings);
+  EXPECT_EQ(Lines(findings), "");
+  EXPECT_LT(ScriptText(value, 1).size(), 1000U);
+  EXPECT_EQ(ScriptToJson(value, {})["Levels"][1]["NameStringText"], std::string(200, 'y'));
 }
 
 TEST_F(ScriptToolTest, NamesCountsAndSizesThatAreTooLarge) {

@@ -7,6 +7,7 @@
 #include "platform/system_path.h"
 #include "tools/script/commands.h"
 #include "tools/script/field_text.h"
+#include "tools/script/output.h"
 #include "tools/script/script_files.h"
 #include "tools/script/script_json.h"
 
@@ -44,9 +45,7 @@ void CompareFields(const ScriptValue& wanted, const Record& before, const Record
 Findings Unwritten(const ScriptValue& value, const std::string& script) {
   Findings findings;
   ScriptSource source;
-  source.folder = std::make_shared<PrivateFolder>();
-  source.path = source.folder->PathOf(kScriptName);
-  source.folder->Put(kScriptName, script);
+  source.bytes = script;
   ScriptModel read;
   if (!LoadAs(source, value.model.ScriptKind, read).empty()) return findings;
   if (read.NumLevels != value.model.NumLevels) return findings;
@@ -116,7 +115,10 @@ int RunBuild(const Arguments& arguments) {
 
   const TargetFolder target(folder);
   if (!arguments.force) RefuseToReplace(folder, files);
-  for (NewFile& file : files) file.path = PlaceIn(folder, file.path);
+  for (NewFile& file : files) {
+    file.path = PlaceIn(folder, file.path);
+    RefuseToReplaceInput(file.path, arguments.positional[0]);
+  }
   WriteWholeFiles(files);
   WarnOfOthers(folder, value);
   return kDone;

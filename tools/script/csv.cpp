@@ -5,6 +5,9 @@
 namespace quillmark {
 namespace {
 
+/// Many times of what the largest languages have, and little enough for the memory.
+constexpr std::size_t kMostCells = 200'000;
+
 std::string Quoted(std::string_view cell) {
   std::string text = "\"";
   for (const char c : cell) {
@@ -50,6 +53,7 @@ class CsvReader {
   }
 
   std::string ReadCell() {
+    if (++cells_ > kMostCells) throw NoTable("it has too many cells");
     if (Takes('"')) return ReadQuoted();
     const std::size_t end = std::min(text_.find_first_of(",\r\n", at_), text_.size());
     std::string cell(text_.substr(at_, end - at_));
@@ -72,6 +76,7 @@ class CsvReader {
 
   std::string_view text_;
   std::size_t at_ = 0;
+  std::size_t cells_ = 0;
   std::vector<CsvRow> rows_;
 };
 

@@ -128,7 +128,7 @@ class Comparison {
       const int number = model.Levels[i].FileNameIndex;
       const auto fileName = LevelFileName(model, number);
       const std::string plain = i == 0     ? "title"
-                                : fileName ? EscapedEntry(*fileName)
+                                : fileName ? EscapedText(ShownPart(*fileName))
                                            : "file " + std::to_string(number);
       std::string name = plain;
       for (int again = 2; IndexOf(names, name) >= 0; ++again) {
@@ -292,9 +292,17 @@ std::vector<Difference> Differences(const ScriptValue& first, const ScriptValue&
 }
 
 int RunDiff(const Arguments& arguments) {
+  if (arguments.positional[0] == kStandardInput && arguments.positional[1] == kStandardInput) {
+    throw Trouble(kUsage, "only one of the two can come from standard input");
+  }
+  std::array<ScriptSource, 2> sources = {OpenSource(arguments.positional[0]),
+                                         OpenSource(arguments.positional[1])};
+  // Beside a script alone lie no languages: they would all be a difference.
+  const bool alone = sources[0].path.empty() || sources[1].path.empty();
   std::array<ScriptValue, 2> values;
   for (std::size_t i = 0; i < values.size(); ++i) {
-    values[i] = ReadScript(OpenSource(arguments.positional[i]), arguments.game, Beside::Languages);
+    values[i] = ReadScript(std::move(sources[i]), arguments.game,
+                           alone ? Beside::Nothing : Beside::Languages);
     RequireLanguages(values[i]);
   }
   const std::vector<Difference> differences = Differences(values[0], values[1]);

@@ -4,10 +4,10 @@
 #include "platform/ansi.h"
 #include "tools/script/commands.h"
 #include "tools/script/json_form.h"
+#include "tools/script/output.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_json.h"
 #include "tools/script/script_scan.h"
-#include "tools/script/whole_files.h"
 
 namespace quillmark {
 namespace {
@@ -103,7 +103,7 @@ std::string CommentName(std::string_view field) { return std::string(field) + "T
 Json ReferenceText(const ScriptValue& value, Meaning meaning, std::int64_t number) {
   const auto text =
       meaning == Meaning::FileName ? LevelFileName(value.model, number) : StringOf(value, number);
-  return text ? Json(AnsiToUtf8(text->substr(0, text->find('\0')))) : Json();
+  return text ? Json(AnsiToUtf8(ShownPart(*text))) : Json();
 }
 
 Json ScriptToJson(const ScriptValue& value, const Findings& losses) {
@@ -139,11 +139,7 @@ int RunExport(const Arguments& arguments) {
   const Findings losses =
       SaveLosses(value, ScanScript(value.source.bytes, FormatOf(value.model.ScriptKind)));
   const std::string text = JsonDocument(ScriptToJson(value, losses));
-  if (arguments.output) {
-    WriteWholeFiles({{*arguments.output, text}});
-  } else {
-    std::cout << text;
-  }
+  PutOut(text, arguments, value.source);
   for (const Finding& loss : losses) std::cerr << "lost: " << FindingLine(loss) << '\n';
   return kDone;
 }

@@ -26,7 +26,7 @@ std::string ReferredText(const ScriptValue& value, Meaning meaning, std::int64_t
   const auto entry =
       meaning == Meaning::FileName ? LevelFileName(value.model, number) : StringOf(value, number);
   if (!entry) return " (not there)";
-  return " \"" + EscapedText(entry->substr(0, entry->find('\0'))) + '"';
+  return " \"" + EscapedText(ShownPart(*entry)) + '"';
 }
 
 }  // namespace

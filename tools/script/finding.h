@@ -22,10 +22,13 @@ std::string_view SeverityName(Severity severity);
 /// The pointer to a level, and to a member of it if one is named.
 std::string LevelPlace(int level, std::string_view member = {});
 
+/// The pointer to a member of what `place` points to, of any name.
+std::string MemberPlace(const std::string& place, std::string_view member);
+
 /// Whether any is as severe as that or worse.
 bool HasSeverity(const Findings& findings, Severity least);
 
-/// One line for a person, without a line end.
+/// One line for a person, without a line end and with other control characters escaped.
 std::string FindingLine(const Finding& finding);
 
 }  // namespace quillmark

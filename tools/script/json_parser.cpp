@@ -1,91 +1,117 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <set>
-#include <stdexcept>
 
 #include "tools/script/script_json.h"
 
 namespace quillmark {
 namespace {
 
-/// Many times of what the largest script has, and little enough for the memory.
+// Many times of what the largest script has, and little enough for the time and the memory.
 constexpr std::size_t kMostValues = 400'000;
+constexpr std::size_t kMostMembers = 1'000;
+constexpr std::size_t kMostNameBytes = 200;
+constexpr std::size_t kMostDepth = 32;
+constexpr int kNumberTooLarge = 406;  ///< the library's number for it
 
-struct TooLarge : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-/// Follows the parser through the text, to know where it is and what stood there before.
-class Follower {
+/// Walks over the text without keeping its values, to find what the library would not tell, or
+/// would need too much for.
+class Survey : public nlohmann::json_sax<Json> {
  public:
-  explicit Follower(Findings& findings) : findings_(findings) {}
+  Survey(std::string_view text, Findings& findings) : text_(text), findings_(findings) {}
 
-  bool operator()(int, Json::parse_event_t event, Json& parsed) {
-    switch (event) {
-      case Json::parse_event_t::object_start:
-      case Json::parse_event_t::array_start:
-        BeginValue();
-        open_.push_back({event == Json::parse_event_t::array_start, 0, {}, {}});
-        break;
-      case Json::parse_event_t::object_end:
-      case Json::parse_event_t::array_end:
-        open_.pop_back();
-        break;
-      case Json::parse_event_t::key:
-        TakeKey(parsed.get<std::string>());
-        break;
-      case Json::parse_event_t::value:
-        BeginValue();
-        break;
+  bool null() override { return BeginValue(); }
+  bool boolean(bool) override { return BeginValue(); }
+  bool number_integer(number_integer_t) override { return BeginValue(); }
+  bool number_unsigned(number_unsigned_t) override { return BeginValue(); }
+  bool number_float(number_float_t, const string_t&) override { return BeginValue(); }
+  bool string(string_t&) override { return BeginValue(); }
+  bool binary(binary_t&) override { return BeginValue(); }
+  bool start_object(std::size_t) override { return Open(false); }
+  bool start_array(std::size_t) override { return Open(true); }
+  bool end_object() override { return Close(); }
+  bool end_array() override { return Close(); }
+
+  bool key(string_t& name) override {
+    if (name.size() > kMostNameBytes) {
+      return Refuse("a member's name has more than " + std::to_string(kMostNameBytes) + " bytes");
+    }
+    Structure& object = open_.back();
+    if (++object.count > kMostMembers) {
+      return Refuse("an object has more than " + std::to_string(kMostMembers) + " members");
+    }
+    object.name = name;
+    if (!object.names.insert(name).second) {
+      findings_.push_back({"member-twice", Severity::Error, Place(), "the member stands twice"});
     }
     return true;
   }
 
+  bool parse_error(std::size_t position, const std::string&,
+                   const Json::exception& trouble) override {
+    const std::string_view before = text_.substr(0, position);
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const std::size_t column = position - (before.rfind('\n') + 1);
+    findings_.push_back({"no-json", Severity::Error, "",
+                         "line " + std::to_string(line) + ", column " + std::to_string(column) +
+                             (trouble.id == kNumberTooLarge ? ": the number is larger than any"
+                                                            : ": this is no JSON")});
+    return false;
+  }
+
  private:
-  struct Open {
+  struct Structure {
     bool isArray;
-    std::size_t next;
-    std::string key;
-    std::set<std::string> keys;
+    std::size_t count = 0;  ///< of the members or entries so far
+    std::string name;       ///< of the last one
+    std::set<std::string> names;
   };
 
-  void BeginValue() {
+  bool Refuse(const std::string& sentence) {
+    findings_.push_back({"too-large", Severity::Error, Place(), sentence});
+    return false;
+  }
+
+  bool BeginValue() {
     if (++values_ > kMostValues) {
-      throw TooLarge("it has more than " + std::to_string(kMostValues) + " values");
+      return Refuse("it has more than " + std::to_string(kMostValues) + " values");
     }
     if (!open_.empty() && open_.back().isArray) {
-      open_.back().key = std::to_string(open_.back().next++);
+      open_.back().name = std::to_string(open_.back().count++);
     }
+    return true;
+  }
+  bool Open(bool isArray) {
+    if (open_.size() == kMostDepth) {
+      return Refuse("it is deeper than " + std::to_string(kMostDepth) + " lists and objects");
+    }
+    if (!BeginValue()) return false;
+    open_.push_back({isArray, 0, {}, {}});
+    return true;
+  }
+  bool Close() {
+    open_.pop_back();
+    return true;
   }
 
-  void TakeKey(const std::string& key) {
-    open_.back().key = key;
-    if (open_.back().keys.insert(key).second) return;
+  std::string Place() const {
     std::string place;
-    for (const Open& open : open_) place += '/' + open.key;
-    findings_.push_back({"member-twice", Severity::Error, place, "the member stands twice"});
+    for (const Structure& structure : open_) place = MemberPlace(place, structure.name);
+    return place;
   }
 
+  std::string_view text_;
   Findings& findings_;
-  std::vector<Open> open_;
+  std::vector<Structure> open_;
   std::size_t values_ = 0;
 };
 
 }  // namespace
 
 Json ParseJson(std::string_view text, Findings& findings) {
-  try {
-    return Json::parse(text, Follower(findings));
-  } catch (const Json::parse_error& error) {
-    const std::size_t at = std::min(error.byte, text.size());
-    const auto lines =
-        std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
-    findings.push_back({"no-json", Severity::Error, "",
-                        "line " + std::to_string(lines + 1) + ": this is no JSON"});
-  } catch (const TooLarge& trouble) {
-    findings.push_back({"too-large", Severity::Error, "", trouble.what()});
-  }
-  return {};
+  Survey survey(text, findings);
+  if (!Json::sax_parse(text, &survey)) return Json::value_t::discarded;
+  return Json::parse(text);
 }
 
 }  // namespace quillmark

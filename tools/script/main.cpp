@@ -56,7 +56,8 @@ int Run(const Command& command, const std::vector<std::string>& words) {
     return command.trouble == kDone ? status : command.trouble;
   };
   try {
-    const int status = command.run(ReadArguments(words, command.options, command.paths));
+    const int status = WithMemoryFaults(
+        [&] { return command.run(ReadArguments(words, command.options, command.paths)); });
     std::cout.flush();
     return std::cout ? status : end(kRefused, "the output can't be written");
   } catch (const Trouble& trouble) {
@@ -66,24 +67,22 @@ int Run(const Command& command, const std::vector<std::string>& words) {
   }
 }
 
+int Tell(const std::string& text) {
+  std::cout << text << std::flush;
+  return std::cout ? kDone : kRefused;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   PrepareConsole();
   StartProgress();
   std::vector<std::string> words = CommandLineWords(argc, argv);
-  const std::string program = words.empty() ? "" : words.front();
   const std::string name = words.size() < 2 ? "" : words[1];
   words.erase(words.begin(), words.begin() + std::min<std::ptrdiff_t>(2, std::ssize(words)));
-  if (name == "--help") {
-    std::cout << Usage();
-    return kDone;
-  }
-  if (name == "--version") {
-    std::cout << "quillmark-script " << VersionText() << '\n';
-    return kDone;
-  }
-  if (name == "listing") return RunListing(program, words);
+  if (name == "--help") return Tell(Usage());
+  if (name == "--version") return Tell("quillmark-script " + std::string(VersionText()) + '\n');
+  if (name == "listing") return RunListing(words);
   for (const Command& command : kCommands) {
     if (command.name == name) return Run(command, words);
   }

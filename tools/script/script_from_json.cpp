@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "platform/ansi.h"
 #include "tools/script/progress.h"
 #include "tools/script/script_json.h"
 #include "tools/script/script_rules.h"
@@ -14,6 +15,7 @@ namespace {
 constexpr std::array<std::string_view, kLanguageNameCount> kUsualLanguageNames = {
     "ENGLISH.DAT", "FRENCH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
     "SPANISH.DAT", "US.DAT",     "JAPAN.DAT",  "DUTCH.DAT"};
+constexpr std::size_t kMostFindings = 50'000;
 
 /// What a member that shows a reference's text said, to be looked at when all texts are known.
 struct Comment {
@@ -46,7 +48,12 @@ class Reader {
 
   void Add(std::string_view id, Severity severity, const std::string& place,
            const std::string& sentence) {
+    if (findings_.size() > kMostFindings) return;
     findings_.push_back({id, severity, place, sentence});
+    if (findings_.size() <= kMostFindings) return;
+    findings_.back() = {"too-many", Severity::Error, "",
+                        "there is more than " + std::to_string(kMostFindings) +
+                            " times something to say; this is not all of it"};
   }
   void Error(std::string_view id, const std::string& place, const std::string& sentence) {
     Add(id, Severity::Error, place, sentence);
@@ -61,7 +68,7 @@ class Reader {
   void RefuseOthers(const Json& object, const std::string& place, const Names& known) {
     for (const auto& member : object.items()) {
       if (known.contains(member.key())) continue;
-      Error("unknown-member", place + '/' + member.key(),
+      Error("unknown-member", MemberPlace(place, member.key()),
             value_.model.ScriptKind == 0 ? "there is no such member"
                                          : "there is no such member in a script of " +
                                                std::string(GameName(value_.model.ScriptKind)));
@@ -74,15 +81,23 @@ class Reader {
     const Json* kind = Member(json, "ScriptKind");
     if (format == nullptr || *format != kFormatName) {
       Error("wrong-format", "/Format", "it has to be \"" + std::string(kFormatName) + "\"");
-    } else if (version == nullptr || *version != kFormatVersion) {
-      Error("wrong-version", "/Version", "it has to be " + std::to_string(kFormatVersion));
-    } else if (kind == nullptr || (*kind != kTr4 && *kind != kTr5)) {
-      Error("wrong-kind", "/ScriptKind", "it has to be 4 for TR4 or 5 for TR5");
-    } else {
-      value_.model.ScriptKind = kind->get<int>();
-      return true;
     }
-    return false;
+    if (version == nullptr || *version != kFormatVersion) {
+      Error("wrong-version", "/Version", "it has to be " + std::to_string(kFormatVersion));
+    }
+    if (kind == nullptr || (*kind != kTr4 && *kind != kTr5)) {
+      Error("wrong-kind", "/ScriptKind", "it has to be 4 for TR4 or 5 for TR5");
+      return false;  // without it nobody knows which members there are
+    }
+    value_.model.ScriptKind = kind->get<int>();
+    return true;
+  }
+
+  /// As much of it as an export writes; of what is no text at all, that much is said.
+  static Json ShownComment(const Json& comment) {
+    if (comment.is_null()) return comment;
+    if (!comment.is_string()) return "(no text)";
+    return AnsiToUtf8(ShownPart(Utf8ToAnsi(comment.get<std::string>())));
   }
 
   // Numbers.
@@ -191,7 +206,7 @@ class Reader {
       known.insert(CommentName(field.name));
       const Json* comment = Member(object, CommentName(field.name));
       if (comment == nullptr) continue;
-      comments_.push_back({at, field.meaning, field.get(record, 0), *comment});
+      comments_.push_back({at, field.meaning, field.get(record, 0), ShownComment(*comment)});
     }
   }
 
@@ -359,7 +374,7 @@ class Reader {
     if (languages == nullptr) return;
     if (!languages->is_object()) return Error("wrong-type", "/Languages", "an object is needed");
     for (const auto& member : languages->items()) {
-      const std::string place = "/Languages/" + member.key();
+      const std::string place = MemberPlace("/Languages", member.key());
       Language language{};
       if (!FindLanguage(member.key() + ".DAT", language)) {
         Error("unknown-language", place, "there is no such language");
@@ -465,7 +480,7 @@ ScriptValue ScriptFromJson(const Json& json, Findings& findings) {
 
 ScriptValue ScriptFromText(std::string_view text, Findings& findings) {
   const Json json = ParseJson(text, findings);
-  return findings.empty() ? ScriptFromJson(json, findings) : ScriptValue();
+  return json.is_discarded() ? ScriptValue() : ScriptFromJson(json, findings);
 }
 
 }  // namespace quillmark

@@ -12,6 +12,7 @@
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/system_path.h"
+#include "tools/script/private_folder.h"
 #include "tools/script/progress.h"
 #include "tools/script/script_fields.h"
 #include "tools/script/script_scan.h"
@@ -21,7 +22,6 @@ namespace quillmark {
 namespace {
 
 namespace fs = std::filesystem;
-constexpr std::string_view kStandardInput = "-";
 constexpr std::size_t kLanguageHead = 12;
 
 std::string AbsolutePath(const std::string& argument) {
@@ -35,13 +35,9 @@ bool IsFolder(const std::string& path) {
 }
 
 ScriptSource FromStandardInput() {
-  ScriptSource source{.argument = "standard input",
-                      .path = {},
-                      .bytes = ReadStandardInput(kMostFileBytes),
-                      .isFolder = false,
-                      .folder = std::make_shared<PrivateFolder>()};
-  source.path = source.folder->PathOf(kScriptName);
-  source.folder->Put(kScriptName, source.bytes);
+  ScriptSource source;
+  source.argument = "standard input";
+  source.bytes = ReadStandardInput(kMostFileBytes);
   return source;
 }
 
@@ -108,6 +104,7 @@ ScriptSource OpenSource(const std::string& argument) try {
   source.isFolder = IsFolder(source.path);
   if (source.isFolder) source.path = JoinPath(source.path, kScriptName);
   source.bytes = ReadWholeFile(source.path, kMostFileBytes);
+  if (IsStream(source.path)) source.path.clear();
   return source;
 } catch (const Fault& fault) {
   throw Trouble(kUnreadable, fault.what());
@@ -119,8 +116,15 @@ std::string LoadAs(const ScriptSource& source, std::uint8_t game, ScriptModel& m
   LoadCallbacks callbacks;
   callbacks.chooseGame = [game] { TRScript.ScriptKind = game; };
   std::string trouble;
+  // What is alone gets a file only for this moment, since nobody clears up after a broken pipe.
+  std::optional<PrivateFolder> folder;
+  std::string path = source.path;
+  if (path.empty()) {
+    folder.emplace().Put(kScriptName, source.bytes);
+    path = folder->PathOf(kScriptName);
+  }
   try {
-    if (!LoadScript(source.path, callbacks)) {
+    if (!LoadScript(path, callbacks)) {
       trouble = "its second word is not zero, so it is no script";
     }
   } catch (const Fault& fault) {
@@ -162,7 +166,7 @@ ScriptValue ReadScript(ScriptSource source, std::optional<std::uint8_t> game, Be
 }
 
 void ReadLanguages(ScriptValue& value) {
-  if (value.source.folder) return;  // nothing lies beside standard input
+  if (value.source.path.empty()) return;  // nothing lies beside a script alone
   TellProgress("Reading the languages");
   const FreshStrings fresh;
   StringListeners listeners;
@@ -219,6 +223,10 @@ std::optional<std::string_view> StringOf(const ScriptValue& value, std::int64_t 
 std::optional<std::string_view> LevelFileName(const ScriptModel& model, std::int64_t number) {
   if (number < 0 || number >= model.NumFileNames) return std::nullopt;
   return model.FileNames[number];
+}
+
+std::string_view ShownPart(std::string_view entry) {
+  return entry.substr(0, std::min(entry.find('\0'), kMostShownBytes));
 }
 
 std::string_view StringArea(const ScriptValue& value, Language language) {

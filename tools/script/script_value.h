@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -10,7 +9,6 @@
 
 #include "core/script_model.h"
 #include "strings/language_files.h"
-#include "tools/script/private_folder.h"
 
 namespace quillmark {
 
@@ -25,7 +23,10 @@ struct Trouble : std::runtime_error {
 
 /// The most bytes of a script and of a language file that are read: many times of what the games
 /// and the editor can use, and little enough for the memory.
-inline constexpr std::int64_t kMostFileBytes = 1 << 20;
+inline constexpr std::int64_t kMostFileBytes = 256 << 10;
+
+/// The word for standard input, or output, in place of a path.
+inline constexpr std::string_view kStandardInput = "-";
 
 /// The name under which the games and the editor know a script.
 inline constexpr std::string_view kScriptName = "SCRIPT.DAT";
@@ -34,10 +35,9 @@ inline constexpr std::string_view kScriptName = "SCRIPT.DAT";
 /// "-" for what comes from standard input.
 struct ScriptSource {
   std::string argument;  ///< as the user wrote it
-  std::string path;
+  std::string path;      ///< empty for a script alone, from standard input or a pipe
   std::string bytes;
   bool isFolder = false;
-  std::shared_ptr<PrivateFolder> folder;  ///< of what came from standard input
 };
 
 /// Throws `Trouble` if it can't be read.
@@ -77,6 +77,11 @@ std::string_view LanguageName(Language language);
 /// is none of that number.
 std::optional<std::string_view> StringOf(const ScriptValue& value, std::int64_t number);
 std::optional<std::string_view> LevelFileName(const ScriptModel& model, std::int64_t number);
+
+/// How many bytes of a string are shown beside its number, which may stand in many places.
+inline constexpr std::size_t kMostShownBytes = 200;
+/// The start of a string or name, up to its first zero, that is shown beside its number.
+std::string_view ShownPart(std::string_view entry);
 
 /// The bytes of the language's file that strings are cut from.
 std::string_view StringArea(const ScriptValue& value, Language language);

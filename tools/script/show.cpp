@@ -53,7 +53,8 @@ void ShowLevel(const ScriptValue& value, int number, Lines& lines) {
   const ScriptModel& model = value.model;
   const LevelRecord& level = model.Levels[number];
   const auto name = LevelFileName(model, level.FileNameIndex);
-  lines.Heading("Level " + std::to_string(number) + (name ? ": " + EscapedEntry(*name) : ""));
+  lines.Heading("Level " + std::to_string(number) +
+                (name ? ": " + EscapedText(ShownPart(*name)) : ""));
   for (const NumberField<LevelRecord>& field : FieldsOf(level)) {
     if (!HasField(model.ScriptKind, field.games)) continue;
     if (IsBlank(level, field) && !IsAlwaysShown(field.name)) continue;

@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "tools/script/commands.h"
 #include "tools/script/csv.h"
+#include "tools/script/output.h"
 #include "tools/script/progress.h"
 #include "tools/script/script_files.h"
 #include "tools/script/script_rules.h"
@@ -18,7 +19,7 @@ namespace quillmark {
 namespace {
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
-constexpr std::int64_t kMostTableBytes = 16 << 20;
+constexpr std::int64_t kMostTableBytes = 8 << 20;
 constexpr std::size_t kFirstLanguageColumn = 2;
 
 const LanguageSlot& SlotOf(const ScriptValue& value, Language language) {
@@ -109,7 +110,8 @@ class Taking {
 
   void ReadRow(const CsvRow& row, std::size_t rowNumber) {
     const std::string place = "row " + std::to_string(rowNumber);
-    if (row.size() == 1 && row.front().empty()) return;  // an empty line at the end
+    const auto isBlank = [](const std::string& cell) { return cell.empty(); };
+    if (std::all_of(row.begin(), row.end(), isBlank)) return;  // as spreadsheets put at the end
     if (row.size() != kFirstLanguageColumn + columns_.size()) {
       return Error("wrong-row", place,
                    "it has " + std::to_string(row.size()) + " cells, not " +
@@ -247,12 +249,7 @@ int RunStrings(const Arguments& arguments) {
     throw Trouble(kRefused, "no language file lies beside " + value.source.argument);
   }
   if (!arguments.take) {
-    const std::string text = StringTable(value);
-    if (arguments.output) {
-      WriteWholeFiles({{*arguments.output, text}});
-    } else {
-      std::cout << text;
-    }
+    PutOut(StringTable(value), arguments, value.source);
     return kDone;
   }
   Findings findings;

@@ -43,12 +43,14 @@ class Arrival {
         former_(place_) {
     fresh_ += ".quillmark-new";
     former_ += ".quillmark-old";
-    Refuse(MakeNewFile(fresh_));
+    const bool isNew = !IsThere(place_);
+    if (!isNew && !fs::is_regular_file(place_)) ThrowFile(name_, "is no file to be written over");
+    Refuse(MakeNewFile(fresh_, isNew ? Readers::Usual : Readers::UsAlone));
     if (const std::error_code error = WriteToDisk(fresh_, file.bytes).error) {
       RemoveFile(fresh_);
       Refuse(error);
     }
-    if (IsThere(place_)) CopyRights(place_, fresh_);
+    if (!isNew) CopyRights(place_, fresh_);
   }
   ~Arrival() {
     if (arrived_) TakeBack();
@@ -100,15 +102,27 @@ class Arrival {
 
 }  // namespace
 
+bool IsStream(std::string_view path) {
+  std::error_code error;
+  const fs::file_status about = fs::status(FormOfSystem(path), error);
+  return fs::exists(about) && !fs::is_regular_file(about) && !fs::is_directory(about);
+}
+
 std::string ReadWholeFile(std::string_view path, std::int64_t most) {
-  const fs::path place = PlaceOfFile(path);
-  if (place.empty()) ThrowFile(path, "is not there");
+  const fs::path place = IsStream(path) ? FormOfSystem(path) : PlaceOfFile(path);
+  if (place.empty()) ThrowFile(path, IsThere(FormOfSystem(path)) ? "is a folder" : "is not there");
   std::ifstream input(place, std::ios::binary);
   if (!input) ThrowFile(path, "can't be opened");
   return ReadUpTo(input, path, most);
 }
 
 std::string ReadStandardInput(std::int64_t most) { return ReadUpTo(std::cin, "-", most); }
+
+void WriteStream(std::string_view path, std::string_view bytes) {
+  std::ofstream output(FormOfSystem(path), std::ios::binary);
+  output.write(bytes.data(), std::ssize(bytes)).flush();
+  if (!output) ThrowFile(path, "can't be written");
+}
 
 void WriteWholeFiles(const std::vector<NewFile>& files) {
   std::list<Arrival> arrivals;
