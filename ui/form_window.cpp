@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+#include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -78,8 +79,35 @@ bool LooksLikeControl(const QWidget& widget) {
          qobject_cast<const QGroupBox*>(&widget) != nullptr;
 }
 
+/// What a screen reader is told of a tool button. The toolkit's own answer comes only once all that
+/// the press has opened is closed again, and the reader hangs for as long.
+class ToolButtonForReaders final : public QAccessibleWidget {
+ public:
+  explicit ToolButtonForReaders(QToolButton& button)
+      : QAccessibleWidget(&button, QAccessible::Button), button_(button) {}
+
+  QStringList actionNames() const override {
+    if (!button_.isEnabled()) return {};
+    return QStringList{pressAction()} + QAccessibleWidget::actionNames();
+  }
+
+  void doAction(const QString& action) override {
+    if (action == pressAction()) {
+      button_.animateClick();
+    } else {
+      QAccessibleWidget::doAction(action);
+    }
+  }
+
+ private:
+  QToolButton& button_;
+};
+
 /// A window is one to a screen reader too, which the toolkit says only of its own dialogs.
-QAccessibleInterface* TellWindow(const QString& /*className*/, QObject* object) {
+QAccessibleInterface* TellReaders(const QString& /*className*/, QObject* object) {
+  if (auto* const button = qobject_cast<QToolButton*>(object)) {
+    return new ToolButtonForReaders(*button);
+  }
   auto* const window = dynamic_cast<FormWindow*>(object);
   if (window == nullptr) return nullptr;
   const bool dialog = (window->windowFlags() & Qt::WindowType_Mask) == Qt::Dialog;
@@ -94,7 +122,7 @@ FormWindow::FormWindow(Form& form, const ChosenPaths& paths)
       paths_(paths),
       content_(new QWidget),
       area_(new QScrollArea) {
-  QAccessible::installFactory(TellWindow);  // which counts once
+  QAccessible::installFactory(TellReaders);  // which counts once
   setObjectName(QString::fromStdString(form.Name()) + QStringLiteral("Window"));
   DrawForm(form, *content_);
   area_->setWidgetResizable(true);

@@ -162,6 +162,13 @@ TEST(ScreenReaders, ReachWhatTheMouseReaches) {
   EXPECT_EQ(presses, 1) << "only a press stores the value";
   EXPECT_EQ(frmEditor.lstFileNames.Row(), 1);
   EXPECT_EQ(frmEditor.cmbFMV.Row(), 7);
+  bool pressed = false;
+  frmEditor.Command3.SetEnabled(true);
+  settle();
+  frmEditor.Command3.onPress = [&] { pressed = true; };
+  DoBy(widget(frmEditor.Command3), QAccessibleActionInterface::pressAction());
+  EXPECT_FALSE(pressed) << "the reader waits for all that the press opens";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return pressed; }));
   frmSelScript.Show();
   settle();
   QAccessibleInterface& chooser =
