@@ -34,9 +34,7 @@ void Recovery::ActIsOver() noexcept {
   if (settled_ || now_() - lastLook_ >= kPause) Look();
 }
 
-void Recovery::Look() noexcept { Keep(); }
-
-bool Recovery::Keep() noexcept {
+bool Recovery::Look() noexcept {
   if (replacing_ || TheDesktop().BoxIsOpen()) return false;
   lastLook_ = now_();
   try {
@@ -57,7 +55,7 @@ void Recovery::LookNow() {
 }
 
 void Recovery::ReplacementBegins() noexcept {
-  keptBefore_ = Keep();
+  keptBefore_ = Look();
   replacing_ = true;
 }
 

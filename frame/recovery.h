@@ -23,8 +23,8 @@ class Recovery {
   void ActIsOver() noexcept;
   /// Writes a copy if the script is not what it was after the last load, save or copy. Does nothing
   /// before there is any level, while a box or a file dialog is open, or while the script is being
-  /// replaced.
-  void Look() noexcept;
+  /// replaced. False if something may be left that is not kept.
+  bool Look() noexcept;
   /// A load begins, which may leave nothing of the script; looks first.
   void ReplacementBegins() noexcept;
   /// It is over. What is in memory now counts as kept if what was there before is.
@@ -32,8 +32,6 @@ class Recovery {
   void ScriptIsSaved() noexcept { settled_ = true; }
 
  private:
-  /// The same as `Look`; false if something may be left that is not kept.
-  bool Keep() noexcept;
   void LookNow();
 
   std::function<Clock::time_point()> now_;

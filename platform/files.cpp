@@ -52,14 +52,6 @@ fs::path DeletablePath(std::string_view path) {
   return place;
 }
 
-void Remove(std::string_view path, const fs::path& place) {
-  if (const std::error_code error = RemoveFile(place)) {
-    throw Fault(FaultKind::File,
-                "the file " + QuotedPath(path) + " can't be deleted: " + error.message(),
-                std::string(path));
-  }
-}
-
 }  // namespace
 
 std::string PathText(const fs::path& path) {
@@ -113,14 +105,15 @@ std::int64_t FileLength(std::string_view path) {
 
 void CheckDeletable(std::string_view path) { DeletablePath(path); }
 
-void EraseFile(std::string_view path) { Remove(path, DeletablePath(path)); }
-
-void DiscardFile(std::string_view path) {
-  const fs::path place = DeletablePath(path);
-  const auto& trash = TheProgram().trash;
-  if (trash && trash(PathText(place)) && !IsThere(place)) return;
-  Remove(path, place);
+void EraseFile(std::string_view path) {
+  if (const std::error_code error = RemoveFile(DeletablePath(path))) {
+    throw Fault(FaultKind::File,
+                "the file " + QuotedPath(path) + " can't be deleted: " + error.message(),
+                std::string(path));
+  }
 }
+
+bool PutIntoTrash(const std::string& path) { return HasTrash() && TheProgram().trash(path); }
 
 void SetTrash(std::function<bool(const std::string&)> trash) {
   TheProgram().trash = std::move(trash);

@@ -41,14 +41,13 @@ void CheckDeletable(std::string_view path);
 /// it is write-protected or open under any file number, or if the system refuses.
 void EraseFile(std::string_view path);
 
-/// Puts the file where the user can get it back from, if a trash was named, and otherwise deletes
-/// it. Either way the path is free afterwards. Fails as `EraseFile` does.
-void DiscardFile(std::string_view path);
-
-/// Names the desktop's trash: a routine that takes a path and tells whether the file is gone from
-/// there. Only the program itself names one; an empty routine takes it away.
+/// Names the desktop's trash: a routine that takes a path, and moves the file there or leaves it
+/// and gives false. Only the program itself names one; an empty routine takes it away.
 void SetTrash(std::function<bool(const std::string& path)> trash);
 bool HasTrash();
+
+/// Moves the file to the trash; false if there is none or it refuses.
+bool PutIntoTrash(const std::string& path);
 
 /// The program's own folder, set once at start.
 const std::string& ProgramFolder();

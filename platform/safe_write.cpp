@@ -28,6 +28,12 @@ fs::path NameBeside(const fs::path& target, const char* what, int count) {
   return beside;
 }
 
+/// A system that fails to tell is no reason to leave a file behind.
+bool MayBeThere(const fs::path& path) {
+  std::error_code error;
+  return fs::symlink_status(path, error).type() != fs::file_type::not_found;
+}
+
 }  // namespace
 
 Replacement::Replacement(std::string path, OldFile old, NoNewFile noNewFile)
@@ -99,7 +105,7 @@ void Replacement::TakeNameOrWriteOver(std::string_view content) {
   const std::error_code error = TakeName(fresh_, target_, second_);
   if (!error) return fresh_.clear();
   // A second name of the same file would be written over with it.
-  if (IsThere(second_)) RemoveFile(second_);
+  RemoveFile(second_);
   if (!IsRefusal(error)) Fail(error);
   if (old_ == OldFile::Discarded && HasTrash()) CopyOld();
   WriteOver(content);
@@ -111,19 +117,16 @@ void Replacement::WriteOver(std::string_view content) {
   if (over.begun) {
     keptContents.push_back({path_, PathText(fresh_)});
     fresh_.clear();
-  } else if (IsThere(second_)) {
+  } else {
     RemoveFile(second_);
   }
   Fail(over.error);
 }
 
 void Replacement::DiscardOld() const {
-  if (!IsThere(second_)) return;
-  if (old_ == OldFile::Discarded) {
-    DiscardFile(PathText(second_));
-  } else if (const std::error_code error = RemoveFile(second_)) {
-    Fail(error);
-  }
+  if (!MayBeThere(second_)) return;
+  if (old_ == OldFile::Discarded && PutIntoTrash(PathText(second_))) return;
+  if (const std::error_code error = RemoveFile(second_)) Fail(error);
 }
 
 std::vector<KeptContent> TakeKeptContents() { return std::exchange(keptContents, {}); }

@@ -17,7 +17,7 @@ namespace quillmark {
 /// too if that breaks off.
 class Replacement {
  public:
-  /// What becomes of the old file: nothing is left of it, or it goes where `DiscardFile` puts it.
+  /// What becomes of the old file: nothing is left of it, or it goes to the trash if there is one.
   enum class OldFile { Dropped, Discarded };
   /// Whether a folder that takes no new file is a fault at once, or leads to writing in place.
   enum class NoNewFile { Fails, WritesInPlace };

@@ -340,6 +340,12 @@ void Sweep::CheckFiles(const Trial& trial) {
     const bool couldNotGo = std::string(plan_.struck.data()).find(name) != std::string::npos &&
                             std::string(plan_.struck.data()).starts_with("remove");
     const auto wanted = fresh_.find(of);
+    const auto before = old_.find(of);
+    // Of a file that was half written over, this is all that is left of the old one.
+    const bool isLastOfOld = BoxNames(of + ".quillmark-new-") &&
+                             name.starts_with(of + ".quillmark-old-") && before != old_.end() &&
+                             before->second == bytes;
+    if (isLastOfOld) continue;
     if (BoxNames(name) && wanted != fresh_.end() && wanted->second == bytes) {
       kept.insert(of);
     } else if (!killed_ && !couldNotGo && !trial.lasting) {

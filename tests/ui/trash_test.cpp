@@ -1,0 +1,75 @@
+// The desktop's trash: what lies there afterwards, and that nothing is lost where there is none.
+
+#include "ui/trash.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+class TrashTest : public testing::Test {
+ protected:
+  TrashTest() { setenv("XDG_DATA_HOME", data_.c_str(), 1); }
+  ~TrashTest() override { unsetenv("XDG_DATA_HOME"); }
+
+  bool Discard(const std::string& content) const {
+    std::ofstream(old_) << content;
+    return MoveToTrash(old_);
+  }
+
+  static std::string ContentOf(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  QTemporaryDir folder_;
+  fs::path root_ = folder_.path().toStdString();
+  fs::path data_ = root_ / "not there yet";
+  fs::path old_ = root_ / "a % b.old";
+};
+
+TEST_F(TrashTest, KeepsFilesOfOneNameApartWithTheirRecords) {
+  EXPECT_TRUE(Discard("first"));
+  EXPECT_TRUE(Discard("second"));
+  EXPECT_FALSE(fs::exists(old_));
+  const fs::path trash = data_ / "Trash";
+  EXPECT_EQ(ContentOf(trash / "files/a % b.old"), "first");
+  EXPECT_EQ(ContentOf(trash / "files/a % b.old.2"), "second");
+  for (const char* name : {"info/a % b.old.trashinfo", "info/a % b.old.2.trashinfo"}) {
+    const std::string record = ContentOf(trash / name);
+    const std::string start =
+        "[Trash Info]\nPath=" + root_.string() + "/a%20%25%20b.old\nDeletionDate=20";
+    EXPECT_EQ(record.substr(0, start.size()), start);
+    EXPECT_EQ(record.size(), start.size() + std::string("04-11-05T18:30:00\n").size());
+  }
+  EXPECT_EQ(fs::status(trash).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(TrashTest, LeavesTheFileWhereTheTrashTakesNone) {
+  for (const char* part : {"Trash", "Trash/files", "Trash/info"}) {
+    fs::remove_all(data_);
+    fs::create_directories((data_ / part).parent_path());
+    std::ofstream(data_ / part).put('x');
+    EXPECT_FALSE(Discard("old")) << part;
+    EXPECT_EQ(ContentOf(old_), "old");
+  }
+}
+
+TEST_F(TrashTest, LeavesAFileWhoseRecordCannotBeMade) {
+  old_ = root_ / std::string(250, 'n');  // with the ending of a record it is too long
+  EXPECT_FALSE(Discard("old"));
+  EXPECT_EQ(ContentOf(old_), "old");
+  EXPECT_TRUE(fs::is_empty(data_ / "Trash/info"));
+}
+
+}  // namespace
+}  // namespace quillmark
