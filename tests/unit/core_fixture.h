@@ -43,6 +43,10 @@ bool IsNamed(const std::string& path);
 inline const std::string kCamera = "\x91" + std::string(25, '\0');
 inline const std::string kClose = Hex("81 00 0000 00 00 83");
 
+/// The bytes of the whole element that begins with `opcode`; 1 for what is no opcode of the game,
+/// and for those that close a level.
+int ElementLength(std::uint8_t game, int opcode);
+
 /// A script with these streams and one file name.
 std::string ScriptBytes(const std::vector<std::string>& streams);
 

@@ -9,6 +9,8 @@
 #include "core/script_dat.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
+#include "tools/json_text.h"
+#include "tools/listing.h"
 #include "unit/core_fixture.h"
 
 namespace quillmark {
@@ -44,21 +46,6 @@ TEST_F(CoreScriptTest, TellsWhatItReadsInTheOrderOfTheFile) {
   EXPECT_EQ(TRScript.FileNameOffsets[2], 0x17);
   EXPECT_EQ(TRScript.LevelOffsets[11], 0x5d8);
   EXPECT_EQ(TRScript.Levels.size(), 13U);
-}
-
-TEST_F(CoreScriptTest, SavesBothSamplesByteForByteAndTwiceTheSame) {
-  for (const std::uint8_t game : {kTr4, kTr5}) {
-    const std::string path = CopySample(game == kTr4 ? "tr4" : "tr5");
-    const std::string before = Bytes(path);
-    TRScript = {};
-    ASSERT_TRUE(Load(path, game));
-    for (int time = 0; time < 2; ++time) {
-      EXPECT_EQ(Saving(path), "true");
-      EXPECT_EQ(Bytes(path), before);
-    }
-    const std::string last = before.substr(before.find("ENGLISH.DAT") - 7, 7);
-    EXPECT_TRUE(Bytes(Path("scriptdata.tmp")).ends_with(last)) << "the last stream stays";
-  }
 }
 
 TEST_F(CoreScriptTest, EndsAmissWhereItsLevelsAreCutBehindTheirClosingElement) {
@@ -118,6 +105,38 @@ TEST_F(CoreScriptTest, RefusesAndFaultsByTheHeadAndTheOffsets) {
   EXPECT_EQ(Loading(Path(""), kTr5), "file fault") << "a folder";
 }
 
+/// All that a load leaves.
+std::string Loaded(const std::string& path, std::uint8_t game) {
+  Files.CloseAll();
+  TRScript = {};
+  return Loading(path, game) + JsonLine(ListScript());
+}
+
+TEST_F(CoreScriptTest, ACutScriptLoadsAsIfZerosFollowed) {
+  for (const std::uint8_t game : {kTr4, kTr5}) {
+    const std::string whole = Bytes(CopySample(game == kTr4 ? "tr4" : "tr5"));
+    const std::size_t tables = 56U + 2U * static_cast<unsigned char>(whole[9]) +
+                               2U * static_cast<unsigned char>(whole[10]) +
+                               static_cast<unsigned char>(whole[12]);
+    for (std::size_t size = 0; size <= tables; ++size) {
+      MakeFile(Path("cut"), whole.substr(0, size));
+      MakeFile(Path("filled"), whole.substr(0, size) + Zeros(100'000));
+      EXPECT_EQ(Loaded(Path("cut"), game), Loaded(Path("filled"), game)) << size;
+    }
+  }
+}
+
+TEST_F(CoreScriptTest, ANameOf32768BytesLoads) {
+  std::string bytes = ScriptBytes({});
+  bytes[10] = 2;
+  MakeFile(Path("one"), bytes.substr(0, 56) + Word(-32766) + Word(2) + "AB");
+  EXPECT_EQ(Loading(Path("one"), kTr5), "true");
+  EXPECT_EQ(TRScript.FileNames[0].size(), 32768U);
+  MakeFile(Path("one"), bytes.substr(0, 56) + Word(-32767) + Word(2) + "AB");
+  Files.CloseAll();
+  EXPECT_EQ(Loading(Path("one"), kTr5), "overflow fault");
+}
+
 TEST_F(CoreScriptTest, StartsTheNextLevelWhereTheParserStopped) {
   // The first level's offset claims three bytes more than the parser takes.
   ASSERT_TRUE(LoadStreams(kTr5, {Hex("82 0000 00 07 83") + Hex("84 01 84"), Hex("02") + kClose}));
@@ -145,18 +164,20 @@ TEST_F(CoreScriptTest, EndsALanguageNameThatTheFileDoesNotEnd) {
 }
 
 TEST_F(CoreScriptTest, LosesWhatNoSaveWrites) {
-  // Reserved bytes, the title's place, order, doubles, unknown bytes, mips, a tail.
+  // Reserved bytes, first offsets, the title's place, order, doubles, unknown bytes, mips, a tail.
   std::string bytes = ScriptBytes(
       {Hex("80 01 82 4400 05 07 83"), Hex("07 80 01 90 b7 89 01020304 80 02 82 4400 05 07 83")});
   bytes[11] = 'r';
   bytes.replace(31, 5, "four!");
   bytes.replace(51, 5, "eight");
+  bytes.replace(56 + 2 + 3, 2, Word(3));
   bytes += "tail";
   MakeFile(Path("one"), bytes);
   ASSERT_TRUE(Load(Path("one"), kTr5));
   EXPECT_EQ(TRScript.ExtReserved, "eight");
   EXPECT_EQ(TRScript.Levels[1].Mips[0].Low, 8);
-  TRScript.ScriptFlagsHigh = 7;
+  EXPECT_EQ(TRScript.LevelOffsets[0], 3);
+  TRScript.ScriptFlagsHigh = TRScript.FileNameOffsets[0] = 7;
   ASSERT_EQ(Saving(Path("one")), "true");
   EXPECT_EQ(Bytes(Path("one")), ScriptBytes({Hex("80 01 82 4400 00 07 83"),
                                              Hex("80 02 89 01020304 81 00 4400 05 07 83")}));

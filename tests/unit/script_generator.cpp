@@ -11,24 +11,12 @@ namespace {
 
 constexpr int kObjectWidth = 14;
 
-void AddRange(std::map<int, int>& widths, int first, int last, int width) {
-  for (int opcode = first; opcode <= last; ++opcode) widths[opcode] = width;
-}
-
 /// The bytes of the operands by opcode, but for the closing ones.
 std::map<int, int> WidthsOf(std::uint8_t game) {
-  std::map<int, int> widths = {{0x80, 1}, {0x84, 1}, {0x89, 4}, {0x8a, 4}, {0x8b, 1}, {0x90, 1}};
-  AddRange(widths, 0x85, 0x88, 1);
-  if (game == kTr4) {
-    widths.merge(
-        std::map<int, int>{{0x8c, 1}, {0x8d, 9}, {0x8e, 5}, {0x8f, 3}, {0x91, 25}, {0x92, 1}});
-    AddRange(widths, 0x93, 0xd9, kObjectWidth);
-  } else {
-    AddRange(widths, 0x92, 0x99, kObjectWidth);
-    AddRange(widths, 0x9e, 0xa5, kObjectWidth);
-    AddRange(widths, 0xaa, 0xad, kObjectWidth);
-    AddRange(widths, 0xc1, 0xd0, kObjectWidth);
-    AddRange(widths, 0xd9, 0xda, 2);
+  std::map<int, int> widths;
+  for (int opcode = 0; opcode < 256; ++opcode) {
+    const int length = ElementLength(game, opcode);
+    if (length > 1) widths[opcode] = length - 1;
   }
   return widths;
 }
