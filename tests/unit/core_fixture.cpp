@@ -1,6 +1,7 @@
 #include "unit/core_fixture.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <random>
 
@@ -42,6 +43,12 @@ std::string CoreTest::CopySample(const std::string& game) const {
   return Path(game + "/SCRIPT.DAT");
 }
 
+int CoreTest::Run(const std::string& program, const std::string& arguments) const {
+  const std::string command = program + " " + arguments + " >" + Path("out") + " 2>" + Path("err");
+  const int status = std::system(command.c_str());
+  return status < 256 ? status : status / 256;
+}
+
 bool CoreTest::LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const {
   MakeFile(Path("one"), ScriptBytes(streams));
   return Load(Path("one"), game);
@@ -65,6 +72,15 @@ std::set<std::string> FilesIn(const std::string& folder) {
     names.insert(entry.path().filename().string());
   }
   return names;
+}
+
+std::map<std::string, std::string> BytesIn(const std::string& folder) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    const std::string name = entry.path().lexically_relative(folder).string();
+    if (entry.is_regular_file()) files[name] = Bytes(entry.path().string());
+  }
+  return files;
 }
 
 bool IsNamed(const std::string& path) {
@@ -141,6 +157,14 @@ bool Load(const std::string& path, std::uint8_t game) {
   callbacks.chooseGame = [game] { TRScript.ScriptKind = game; };
   callbacks.languageFound = ReadFoundLanguage;
   return LoadScript(path, callbacks);
+}
+
+std::string Lines(const Findings& findings) {
+  std::string lines;
+  for (const Finding& finding : findings) {
+    lines += std::string(finding.id) + ' ' + finding.place + '\n';
+  }
+  return lines;
 }
 
 }  // namespace quillmark

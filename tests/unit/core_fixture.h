@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 
 #include "core/script_model.h"
 #include "support/text.h"
+#include "tools/script/finding.h"
 
 namespace quillmark {
 
@@ -24,6 +26,10 @@ class CoreTest : public testing::Test {
   std::string Path(std::string_view name) const;
   /// Copies a sample's folder into the temporary one and gives the path of the copied script.
   std::string CopySample(const std::string& game) const;
+  /// Runs a program in a shell and gives its status; what it prints is in `Out` and `Error` then.
+  int Run(const std::string& program, const std::string& arguments) const;
+  std::string Out() const { return Bytes(Path("out")); }
+  std::string Error() const { return Bytes(Path("err")); }
   /// Loads a script of these streams, from a file "one".
   bool LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const;
 
@@ -36,6 +42,8 @@ std::string Word(int value);
 std::string Repeated(std::string_view bytes, int times);
 /// The names of all that stands in a folder.
 std::set<std::string> FilesIn(const std::string& folder);
+/// The bytes of all files in a folder and those below it, by their names.
+std::map<std::string, std::string> BytesIn(const std::string& folder);
 /// Whether a file of this very name is there, letter case included.
 bool IsNamed(const std::string& path);
 
@@ -66,5 +74,7 @@ std::string Build(std::uint8_t game, const LevelRecord& level, bool isTitle = fa
 std::string Outcome(const std::function<bool()>& routine);
 std::string OutcomeOf(const std::function<void()>& routine);
 bool Load(const std::string& path, std::uint8_t game);
+/// A line with the identifier and the place of each.
+std::string Lines(const Findings& findings);
 
 }  // namespace quillmark

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
+#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "bench/largest_script.h"
 #include "controls/desktop.h"
@@ -15,6 +16,7 @@
 #include "platform/files.h"
 #include "strings/language_files.h"
 #include "support/silent_screen.h"
+#include "tools/listing.h"
 #include "unit/core_fixture.h"
 
 namespace quillmark {
@@ -43,15 +45,6 @@ class RecoveryTest : public CoreTest {
     for (const auto& entry : fs::directory_iterator(Path("recovered"))) copies.push_back(entry);
     std::sort(copies.begin(), copies.end());
     return copies;
-  }
-
-  /// Name and content of all files in the program's folder.
-  std::map<std::string, std::string> AllFiles() const {
-    std::map<std::string, std::string> files;
-    for (const auto& entry : fs::recursive_directory_iterator(Path(""))) {
-      if (entry.is_regular_file()) files[entry.path().string()] = Bytes(entry.path().string());
-    }
-    return files;
   }
 
   /// Holds the copies against the files that a save writes where none of the languages was.
@@ -102,38 +95,24 @@ TEST_F(RecoveryTest, MakingACopyChangesNothingElse) {
   TRScript.LevelOffsets[1] = TRScript.LevelRaw[3].Length = 7;
   slot.Size1 = slot.Size2 = slot.Size3 = slot.Offsets[1] = StringsMod.NumStrings = 7;
   level.PuzzleCount = level.KeyCount = level.ExamineCount = 7;
-  const auto everyMark = [&] {
-    return std::vector<int>{TRScript.FileNamesSize,
-                            TRScript.ScriptDataSize,
-                            TRScript.FileNameOffsets[1],
-                            TRScript.LevelOffsets[1],
-                            TRScript.LevelRaw[3].Length,
-                            slot.Size1,
-                            slot.Size2,
-                            slot.Size3,
-                            slot.Offsets[1],
-                            StringsMod.NumStrings,
-                            level.PuzzleCount,
-                            level.KeyCount,
-                            level.ExamineCount};
-  };
-  const std::vector<int> marks = everyMark();
+  const Json marks = ListScript();
   const int saved = TRScript.ScriptSaved;
   for (int number = 1; number <= 4; ++number) {
     Files.MakeBinary(number, Path("open" + std::to_string(number)));
   }
-  const auto before = AllFiles();
+  const auto before = BytesIn(Path(""));
 
   Recovery recovery;
-  TRScript.ScriptFrameRate = 99;
+  const int rate = std::exchange(TRScript.ScriptFrameRate, 99);
   recovery.Look();
   ASSERT_EQ(Copies().size(), 1U);
   EXPECT_EQ(Bytes((Copies()[0] / "SCRIPT.DAT").string()).substr(4, 4), Hex("63000000"));
   EXPECT_TRUE(fs::exists(Copies()[0] / "GERMAN.DAT"));
   fs::remove_all(Path("recovered"));
-  EXPECT_EQ(everyMark(), marks);
+  TRScript.ScriptFrameRate = rate;
+  EXPECT_EQ(ListScript(), marks);
   EXPECT_EQ(TRScript.ScriptSaved, saved);
-  EXPECT_EQ(AllFiles(), before);
+  EXPECT_EQ(BytesIn(Path("")), before);
   for (int number = 1; number <= 10; ++number) {
     EXPECT_EQ(Files.IsOpen(number), number <= 4) << number;
   }

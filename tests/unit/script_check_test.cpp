@@ -23,12 +23,11 @@ class ScriptCheckTest : public CoreTest {
   /// but for what is said of every script that this file makes.
   std::string Found(const std::string& script, std::uint8_t game = kTr5) const {
     MakeFile(Path("SCRIPT.DAT"), script);
-    std::string lines;
-    for (const Finding& finding : CheckScript(OpenSource(Path("SCRIPT.DAT")), game)) {
-      if (finding.id == "language-names-doubled" || finding.id == "no-language") continue;
-      lines += std::string(finding.id) + ' ' + finding.place + '\n';
-    }
-    return lines;
+    Findings findings = CheckScript(OpenSource(Path("SCRIPT.DAT")), game);
+    std::erase_if(findings, [](const Finding& finding) {
+      return finding.id == "language-names-doubled" || finding.id == "no-language";
+    });
+    return Lines(findings);
   }
   std::string FoundIn(const std::vector<std::string>& streams, std::uint8_t game = kTr5) const {
     return Found(ScriptBytes(streams), game);
@@ -47,10 +46,7 @@ class ScriptCheckTest : public CoreTest {
 
   ScriptValue WithLanguages() const {
     MakeFile(Path("SCRIPT.DAT"), ScriptBytes({kTitle}));
-    ScriptValue value;
-    value.source = OpenSource(Path("SCRIPT.DAT"));
-    ReadLanguages(value);
-    return value;
+    return ReadScript(OpenSource(Path("SCRIPT.DAT")), kTr5, Beside::Languages);
   }
 
   /// Takes the table and gives the identifiers and places of what it refuses, or the names of the
@@ -59,10 +55,7 @@ class ScriptCheckTest : public CoreTest {
     Findings findings;
     std::string told;
     for (const NewFile& file : TakeTable(value, table, findings)) told += file.path + '\n';
-    for (const Finding& finding : findings) {
-      told += std::string(finding.id) + ' ' + finding.place + '\n';
-    }
-    return told;
+    return told + Lines(findings);
   }
 };
 
@@ -110,39 +103,23 @@ TEST_F(ScriptCheckTest, FindsWhatNoLoadGetsPast) {
 
 TEST_F(ScriptCheckTest, FindsCountsAndSizesNearTheirLimits) {
   const auto keys = [](int count) { return Repeated("\x92" + kObject, count); };
-  EXPECT_EQ(FoundIn({kTitle, keys(10) + kClose}), "");
-  EXPECT_EQ(FoundIn({kTitle, keys(11) + kClose}), "near-limit /Levels/1/Objects\n");
-  EXPECT_EQ(FoundIn({kTitle, keys(13) + kClose}), "at-limit /Levels/1/Objects\n");
-  EXPECT_EQ(FoundIn({kTitle, Repeated("\x85"
-                                      "a",
-                                      80) +
-                                 kClose}),
-            "near-limit /Levels/1/Cuts\n");
-  EXPECT_EQ(FoundIn({kTitle, Repeated("\xd9"
-                                      "ab",
-                                      33) +
-                                 kClose}),
-            "at-limit /Levels/1/Tr5ListA\n");
+  const auto cuts = [](int count) { return Repeated(Hex("85 61"), count); };
+  const auto words = [](int count) { return Repeated(Hex("d9 6162"), count); };
   // 41 objects, 99 cuts and 7 bytes are 820, which is 80 % of 1025.
-  const std::string groups =
-      keys(10) + Repeated("\x9e" + kObject, 10) + Repeated("\xaa" + kObject, 10);
-  const std::string cuts = Repeated(
-      "\x85"
-      "a",
-      79);
-  const std::string near = groups + Repeated("\xc1" + kObject, 10) + cuts;
-  EXPECT_EQ(FoundIn({kTitle, near +
-                                 Repeated("\xd9"
-                                          "ab",
-                                          18) +
-                                 kClose}),
-            "");
-  EXPECT_EQ(FoundIn({kTitle, near +
-                                 Repeated("\xd9"
-                                          "ab",
-                                          19) +
-                                 kClose}),
-            "near-limit /Levels/1\n");
+  const std::string near = keys(10) + Repeated("\x9e" + kObject, 10) +
+                           Repeated("\xaa" + kObject, 10) + Repeated("\xc1" + kObject, 10) +
+                           cuts(79);
+  using Case = std::tuple<std::string, const char*>;
+  for (const auto& [elements, expected] :
+       std::initializer_list<Case>{{keys(10), ""},
+                                   {keys(11), "near-limit /Levels/1/Objects\n"},
+                                   {keys(13), "at-limit /Levels/1/Objects\n"},
+                                   {cuts(80), "near-limit /Levels/1/Cuts\n"},
+                                   {words(33), "at-limit /Levels/1/Tr5ListA\n"},
+                                   {near + words(18), ""},
+                                   {near + words(19), "near-limit /Levels/1\n"}}) {
+    EXPECT_EQ(FoundIn({kTitle, elements + kClose}), expected) << elements.size();
+  }
 }
 
 TEST_F(ScriptCheckTest, FindsWhatTheFileHoldsBesideItsStreams) {

@@ -13,28 +13,13 @@ namespace quillmark {
 namespace {
 
 namespace fs = std::filesystem;
+using Names = std::set<std::string>;
+
+const Names kSampleFiles = {"ENGLISH.DAT", "GERMAN.DAT", "ITALIAN.DAT", "SCRIPT.DAT"};
 
 class ScriptCommandTest : public CoreTest {
  protected:
-  /// Runs the program in the temporary folder and gives its status.
-  int Run(const std::string& arguments) const {
-    const std::string command =
-        std::string(QUILLMARK_SCRIPT) + " " + arguments + " >" + Path("out") + " 2>" + Path("err");
-    const int status = std::system(command.c_str());
-    return status < 256 ? status : status / 256;
-  }
-  std::string Out() const { return Bytes(Path("out")); }
-  std::string Error() const { return Bytes(Path("err")); }
-  /// The names of the files in a folder.
-  std::string Names(const std::string& folder) const {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator(Path(folder))) {
-      names.insert(entry.path().filename().string());
-    }
-    std::string all;
-    for (const std::string& name : names) all += name + ' ';
-    return all;
-  }
+  int Run(const std::string& arguments) const { return CoreTest::Run(QUILLMARK_SCRIPT, arguments); }
 };
 
 TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
@@ -87,7 +72,7 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
     EXPECT_EQ(Error().empty(), *error == '\0') << arguments << '\n' << Error();
   }
   EXPECT_FALSE(fs::exists(Path("new")));
-  EXPECT_EQ(Names("tr4"), "ENGLISH.DAT GERMAN.DAT ITALIAN.DAT SCRIPT.DAT ");
+  EXPECT_EQ(FilesIn(Path("tr4")), kSampleFiles);
 }
 
 TEST_F(ScriptCommandTest, ShowsTheSameTextOfAFileWhereverItLies) {
@@ -129,7 +114,7 @@ TEST_F(ScriptCommandTest, BuildsAllFilesOrNone) {
   const std::string json = Path("a.json");
   ASSERT_EQ(Run("export " + script + " -o " + json), 0);
   ASSERT_EQ(Run("build " + json + " " + Path("new")), 0) << Error();
-  EXPECT_EQ(Names("new"), "ENGLISH.DAT GERMAN.DAT ITALIAN.DAT SCRIPT.DAT ");
+  EXPECT_EQ(FilesIn(Path("new")), kSampleFiles);
   EXPECT_EQ(Bytes(Path("new/SCRIPT.DAT")), Bytes(script));
   EXPECT_EQ(Bytes(Path("new/GERMAN.DAT")).size(), Bytes(Path("tr4/GERMAN.DAT")).size() + 1);
 
@@ -142,7 +127,8 @@ TEST_F(ScriptCommandTest, BuildsAllFilesOrNone) {
   fs::remove_all(Path("old/ITALIAN.DAT"));
   ASSERT_EQ(Run("build " + json + " " + Path("old") + " --force"), 0) << Error();
   EXPECT_NE(Error().find("JAPAN.DAT' stays"), std::string::npos);
-  EXPECT_EQ(Names("old"), "ENGLISH.DAT GERMAN.DAT ITALIAN.DAT JAPAN.DAT Script.dat ");
+  EXPECT_EQ(FilesIn(Path("old")),
+            (Names{"ENGLISH.DAT", "GERMAN.DAT", "ITALIAN.DAT", "JAPAN.DAT", "Script.dat"}));
   EXPECT_EQ(Bytes(Path("old/Script.dat")), Bytes(script));
 }
 

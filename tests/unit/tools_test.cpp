@@ -1,6 +1,5 @@
 // The project's own programs: what they print, refuse and leave alone.
 
-#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -20,12 +19,9 @@ class ToolsTest : public CoreTest {
   int Run(const std::string& program, const std::string& arguments) const {
     const std::string copy = Path("program.exe");
     fs::copy_file(program, copy, fs::copy_options::overwrite_existing);
-    const std::string command = copy + " " + arguments + " >" + Path("out") + " 2>" + Path("err");
-    const int status = std::system(command.c_str());
-    return status < 256 ? status : status / 256;
+    return CoreTest::Run(copy, arguments);
   }
   int Listing(const std::string& arguments) const { return Run(QUILLMARK_LISTING, arguments); }
-  Json Listed() const { return Json::parse(Bytes(Path("out"))); }
 };
 
 TEST_F(ToolsTest, ListingEndsWithItsStatus) {
@@ -53,8 +49,8 @@ TEST_F(ToolsTest, ListingEndsWithItsStatus) {
            {"resave tr4 " + script, 64, "usage"},
            {"list tr4 " + script + " " + script, 64, "usage"}}) {
     EXPECT_EQ(Listing(arguments), status) << arguments;
-    EXPECT_TRUE(Bytes(Path("err")).starts_with(error)) << arguments;
-    EXPECT_EQ(Bytes(Path("out")).empty(), status != 0 || arguments.starts_with("resave"));
+    EXPECT_TRUE(Error().starts_with(error)) << arguments;
+    EXPECT_EQ(Out().empty(), status != 0 || arguments.starts_with("resave"));
   }
   EXPECT_FALSE(fs::exists(Path("none")));
   EXPECT_EQ(Bytes(Path("target")), Bytes(script));
@@ -88,9 +84,8 @@ TEST_F(ToolsTest, ListingTellsTheSampleAndChangesNoFile) {
   const std::string script = CopySample("tr4");
   const std::string italian = Bytes(Path("tr4/ITALIAN.DAT"));
   EXPECT_EQ(Listing("list tr4 " + script), 0);
-  for (const char c : Bytes(Path("out")))
-    ASSERT_TRUE((c >= ' ' && c < 0x7f) || c == '\n' || c == '\r');
-  const Json listing = Listed();
+  for (const char c : Out()) ASSERT_TRUE((c >= ' ' && c < 0x7f) || c == '\n' || c == '\r');
+  const Json listing = Json::parse(Out());
   std::string level = JsonLine(listing["Levels"][2]);
   std::erase(level, '"');
   EXPECT_EQ(level, kTr4Level);
@@ -118,7 +113,7 @@ TEST_F(ToolsTest, ListingRefusesToSaveWhatItCouldReadOnlyInPart) {
   fs::copy(Path("tr5"), Path("target"));
   MakeFile(Path("tr5/FRENCH.DAT"), Word(2050) + Zeros(10));
   EXPECT_EQ(Listing("list tr5 " + script), 1);
-  EXPECT_EQ(Listed()["Languages"]["FRENCH"]["Loaded"], 0);
+  EXPECT_EQ(Json::parse(Out())["Languages"]["FRENCH"]["Loaded"], 0);
   EXPECT_EQ(Listing("resave tr5 " + script + " " + Path("target/SCRIPT.DAT")), 1);
   EXPECT_FALSE(fs::exists(Path("scriptdata.tmp")));
 }
@@ -148,7 +143,7 @@ TEST_F(ToolsTest, CompilerTakesOnlyTablesThatMatchTheEnglishOne) {
            {"-1\tYes\tS", "'-1' is no entry number"}}) {
     fs::remove(Path("table"));
     EXPECT_EQ(compile("0\tError\tErrore\n" + std::string(line)), 1) << line;
-    EXPECT_NE(Bytes(Path("err")).find(error), std::string::npos) << Bytes(Path("err"));
+    EXPECT_NE(Error().find(error), std::string::npos) << Error();
     EXPECT_FALSE(fs::exists(Path("table")));
   }
   EXPECT_EQ(compile("#"), 1) << "no entries";
