@@ -26,21 +26,6 @@ class CoreBuildTest : public CoreTest {
   }
 };
 
-/// Gives the record what makes a stream of `size` bytes, which have to be about a thousand.
-void FillUp(LevelRecord& level, int size) {
-  constexpr int kObjectBytes = 15;
-  constexpr int kWordBytes = 3;
-  level.PuzzleCount = level.KeyCount = level.PickupCount = level.PuzzleComboCount = kGroupPlaces;
-  for (int i = 0; i < kGroupPlaces; ++i) {
-    level.Puzzles[i].Id = level.Keys[i].Id = level.Pickups[i].Id = 1;
-    level.PuzzleCombos[i].Id = level.PuzzleCombos[i].Combo = 1;
-  }
-  const int left = size - 4 * kGroupPlaces * kObjectBytes - static_cast<int>(kClose.size());
-  level.Tr5ListACount = 26 + left % 2;
-  level.CutCount = (left - kWordBytes * level.Tr5ListACount) / 2;
-  for (CutEntry& cut : level.Cuts) cut.Type = 1;
-}
-
 TEST_F(CoreBuildTest, TakesTheStreamIntoTheModel) {
   MakeFile(Path("scriptdata.tmp"), "an older one, which is longer");
   TRScript.LevelOffsets[1] = 32;
@@ -60,14 +45,24 @@ TEST_F(CoreBuildTest, TakesTheStreamIntoTheModel) {
 }
 
 TEST_F(CoreBuildTest, BuildsUpTo1025Bytes) {
-  FillUp(TRScript.Levels[1], 1025);
+  // 52 objects have 780 bytes, the closing element has 7.
+  std::string objects;
+  for (const char* opcode : {"92", "9e", "aa", "c1"}) {
+    objects += Repeated(Hex(opcode) + Zeros(14), 13);
+  }
+  const auto filled = [&](int cuts, int words) {
+    return Parse(kTr5,
+                 objects + Repeated(Hex("85 00"), cuts) + Repeated(Hex("d9 0000"), words) + kClose)
+        .level;
+  };
+  TRScript.Levels[1] = filled(80, 26);
   BuildLevel(1);
   EXPECT_EQ(RawBytes().size(), 1025U);
   EXPECT_FALSE(Files.IsOpen(3));
 
   TRScript.LevelRaw[1] = {};
   TRScript.LevelRaw[1].Length = 9;
-  FillUp(TRScript.Levels[1], 1026);
+  TRScript.Levels[1] = filled(79, 27);
   TRScript.Levels[1].AudioTrack = 5;
   EXPECT_EQ(Building(1), "subscript fault");
   EXPECT_EQ(TRScript.LevelRaw[1].Length, 9);

@@ -90,6 +90,15 @@ bool IsNamed(const std::string& path) {
                      [&](const auto& entry) { return entry.path().filename() == name; });
 }
 
+OffsetTable Joined(const std::vector<std::string>& entries) {
+  OffsetTable table;
+  for (const std::string& entry : entries) {
+    table.offsets += Word(static_cast<int>(table.entries.size()));
+    table.entries += entry;
+  }
+  return table;
+}
+
 int ElementLength(std::uint8_t game, int opcode) {
   struct Range {
     int first, last, tr4, tr5;
@@ -108,15 +117,10 @@ int ElementLength(std::uint8_t game, int opcode) {
 }
 
 std::string ScriptBytes(const std::vector<std::string>& streams) {
-  std::string offsets;
-  std::string block;
-  for (const std::string& stream : streams) {
-    offsets += Word(static_cast<int>(block.size()));
-    block += stream;
-  }
+  const OffsetTable table = Joined(streams);
   return Hex("0100 0000 00000000 07") + static_cast<char>(streams.size()) + Hex("01 00 0300") +
-         Word(static_cast<int>(block.size())) + Zeros(40) + Word(0) + "AB" + Zeros(1) + offsets +
-         block + Repeated(std::string("X\0", 2), 8);
+         Word(static_cast<int>(table.entries.size())) + Zeros(40) + Word(0) + "AB" + Zeros(1) +
+         table.offsets + table.entries + Repeated(std::string("X\0", 2), 8);
 }
 
 std::string Outcome(const std::function<bool()>& routine) {

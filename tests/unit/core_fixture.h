@@ -51,6 +51,14 @@ bool IsNamed(const std::string& path);
 inline const std::string kCamera = "\x91" + std::string(25, '\0');
 inline const std::string kClose = Hex("81 00 0000 00 00 83");
 
+/// Offsets of the entries, and the entries behind them.
+struct OffsetTable {
+  std::string offsets;
+  std::string entries;
+};
+
+OffsetTable Joined(const std::vector<std::string>& entries);
+
 /// The bytes of the whole element that begins with `opcode`; 1 for what is no opcode of the game,
 /// and for those that close a level.
 int ElementLength(std::uint8_t game, int opcode);

@@ -206,24 +206,6 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
   EXPECT_EQ(Bytes(Path("a")), Zeros(14)) << "an empty slot has its first offset all the same";
 }
 
-TEST_F(CoreLanguageTest, WritesTheLoadedLanguagesUpToTheFirstTrouble) {
-  const std::string folder = Path("").substr(0, Path("").size() - 1);
-  MakeFile(Path("german.dat"), SmallFile());
-  for (const Language language : {Language::ENGLISH, Language::JAPAN, Language::GERMAN}) {
-    ReadFoundLanguage(LanguageFileName(language), Path("german.dat"));
-    Files.CloseFiles();
-  }
-  EXPECT_TRUE(WriteLoadedLanguages(folder));
-  EXPECT_TRUE(IsNamed(Path("german.dat")));
-  EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
-  for (const char* name : {"ENGLISH.DAT", "JAPAN.DAT", "german.dat"}) fs::remove(Path(name));
-  fs::create_directory(Path("JAPAN.DAT"));
-  EXPECT_FALSE(WriteLoadedLanguages(folder));
-  EXPECT_EQ(TakeTold(), "can't write JAPAN.DAT");
-  EXPECT_TRUE(fs::exists(Path("ENGLISH.DAT")));
-  EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
-}
-
 TEST_F(CoreLanguageTest, TellsOfMissingMemoryAsOfAFileThatCantBeRead) {
   int told = 0;
   const auto noMemory = [](const std::string&) { throw std::bad_alloc(); };

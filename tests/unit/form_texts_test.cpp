@@ -6,10 +6,10 @@
 #include <set>
 #include <sstream>
 
+#include "controls/controls.h"
 #include "controls/desktop.h"
+#include "controls/form.h"
 #include "forms/apply_texts.h"
-#include "forms/dialog_forms.h"
-#include "forms/editor_controls.h"
 #include "forms/interface_texts.h"
 
 namespace quillmark {
@@ -124,12 +124,6 @@ TEST_F(FormTextsTest, EachEntryGoesToItsPlacesAndNoOther) {
     AddTexts(*form, shown);
   }
   EXPECT_EQ(shown, ExpectedTexts());
-}
-
-TEST_F(FormTextsTest, FormsStartWithTheirLimits) {
-  EXPECT_EQ(Form1.Timer1.Milliseconds(), 2000);
-  EXPECT_EQ(frmEditor.cmbCut.Rows(), FrmEditor::Numbers(0, 35));
-  for (const TextBox* box : frmEditor.txtObj.All()) EXPECT_EQ(box->MaxLength(), 4);
 }
 
 }  // namespace

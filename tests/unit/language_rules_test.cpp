@@ -80,6 +80,10 @@ TEST_F(LanguageRulesTest, FilesAreReadAndSavedInTheirOrders) {
       EXPECT_EQ(fs::is_regular_file(Path(order[i])), i < blocked) << order[i];
     }
   }
+  fs::rename(Path("GERMAN.DAT"), Path("german.dat"));
+  EXPECT_TRUE(WriteLoadedLanguages(Folder()));
+  EXPECT_TRUE(IsNamed(Path("german.dat")));
+  EXPECT_FALSE(IsNamed(Path("GERMAN.DAT")));
 }
 
 TEST_F(LanguageRulesTest, EachLanguageHasItsBoxes) {
@@ -128,6 +132,7 @@ TEST_F(LanguageRulesTest, TheReadersDifferInTwoPoints) {
   TRScript.NumLevels = 2;
   TRScript.Levels.Redim(2);
   TRScript.Levels[1].NameString = 1;
+  EXPECT_EQ(StringsMod.StringPool.size(), 2049U) << "from the start";
   StringsMod.StringPool[1] = "from the pool";
   for (const std::string& file : kSlots) {
     LanguageSlot& slot = Slot(SlotOf(file));
@@ -137,10 +142,6 @@ TEST_F(LanguageRulesTest, TheReadersDifferInTwoPoints) {
     EXPECT_EQ(slot.Offsets[7], emptyOffsets.contains(file) ? 0 : 5) << file;
     EXPECT_EQ(name, namesFromPool.contains(file) ? "from the pool" : "bc" + Zeros(2)) << file;
   }
-}
-
-TEST_F(LanguageRulesTest, ThePoolHasItsPlacesFromTheStart) {
-  EXPECT_EQ(StringsModule().StringPool.size(), 2049U);
 }
 
 }  // namespace

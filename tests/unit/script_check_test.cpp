@@ -34,14 +34,11 @@ class ScriptCheckTest : public CoreTest {
   }
 
   void MakeLanguage(const char* name, const std::vector<std::string>& strings) const {
-    std::string offsets;
-    std::string area;
-    for (const std::string& text : strings) {
-      offsets += Word(static_cast<int>(area.size()));
-      for (const char c : text) area += c == 0 ? c : static_cast<char>(c ^ 0x5C);
-    }
+    OffsetTable table = Joined(strings);
+    for (char& c : table.entries) c = c == 0 ? c : static_cast<char>(c ^ 0x5C);
     MakeFile(Path(name), Word(static_cast<int>(strings.size())) + Zeros(4) +
-                             Word(static_cast<int>(area.size())) + Zeros(4) + offsets + area);
+                             Word(static_cast<int>(table.entries.size())) + Zeros(4) +
+                             table.offsets + table.entries);
   }
 
   ScriptValue WithLanguages() const {
@@ -143,21 +140,20 @@ TEST_F(ScriptCheckTest, FindsWhatIsWrongWithTheLanguages) {
   const std::string two("two\0", 4);
   MakeLanguage("ENGLISH.DAT", {one, two, two});
   EXPECT_EQ(Found(named), "");
-  MakeLanguage("GERMAN.DAT", {one, two});
-  EXPECT_EQ(Found(named),
-            "string-missing /Levels/1/NameString\nstring-counts-differ /Languages/GERMAN\n");
-  MakeLanguage("GERMAN.DAT", {one, two, two + Zeros(2)});
-  EXPECT_EQ(Found(named),
-            "string-zeros /Languages/GERMAN/Strings/2\nstrings-differ-in-tail "
-            "/Languages/GERMAN/Strings/2\n");
-  MakeLanguage("GERMAN.DAT", {one, two, two + "old"});
-  EXPECT_EQ(Found(named),
-            "string-tail /Languages/GERMAN/Strings/2\nstrings-differ-in-tail "
-            "/Languages/GERMAN/Strings/2\n");
-  MakeLanguage("GERMAN.DAT", {"one", two, two});
-  EXPECT_EQ(Found(named),
-            "string-unterminated /Languages/GERMAN/Strings/0\nstrings-differ-in-tail "
-            "/Languages/GERMAN/Strings/0\n");
+  const std::string german = "/Languages/GERMAN/Strings/";
+  using Case = std::pair<std::vector<std::string>, std::string>;
+  for (const auto& [strings, expected] : std::initializer_list<Case>{
+           {{one, two},
+            "string-missing /Levels/1/NameString\nstring-counts-differ /Languages/GERMAN\n"},
+           {{one, two, two + Zeros(2)},
+            "string-zeros " + german + "2\nstrings-differ-in-tail " + german + "2\n"},
+           {{one, two, two + "old"},
+            "string-tail " + german + "2\nstrings-differ-in-tail " + german + "2\n"},
+           {{"one", two, two},
+            "string-unterminated " + german + "0\nstrings-differ-in-tail " + german + "0\n"}}) {
+    MakeLanguage("GERMAN.DAT", strings);
+    EXPECT_EQ(Found(named), expected);
+  }
   MakeFile(Path("GERMAN.DAT"), Word(2050) + Zeros(10));
   EXPECT_EQ(Found(named), "language-unreadable /Languages/GERMAN\n");
 }

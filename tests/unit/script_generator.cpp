@@ -21,21 +21,6 @@ std::map<int, int> WidthsOf(std::uint8_t game) {
   return widths;
 }
 
-/// Offsets of the entries, and the entries behind them.
-struct Table {
-  std::string offsets;
-  std::string entries;
-};
-
-Table Joined(const std::vector<std::string>& entries) {
-  Table table;
-  for (const std::string& entry : entries) {
-    table.offsets += Word(static_cast<int>(table.entries.size()));
-    table.entries += entry;
-  }
-  return table;
-}
-
 }  // namespace
 
 std::string ScriptGenerator::RandomBytes(int count, int lowest) {
@@ -65,8 +50,8 @@ std::string ScriptGenerator::Script(std::uint8_t game) {
   std::vector<std::string> streams(static_cast<std::size_t>(Below(5)));
   for (std::string& stream : streams) stream = Stream(widths, 13, &stream == streams.data());
 
-  const Table nameTable = Joined(names);
-  const Table levelTable = Joined(streams);
+  const OffsetTable nameTable = Joined(names);
+  const OffsetTable levelTable = Joined(streams);
   const bool reserved = Rarely();
   const auto kept = [&](int count) {
     return reserved ? RandomBytes(count) : Zeros(static_cast<std::size_t>(count));
@@ -85,7 +70,7 @@ std::string ScriptGenerator::Script(std::uint8_t game) {
 std::string ScriptGenerator::LanguageFile() {
   std::vector<std::string> strings(static_cast<std::size_t>(Below(9)));
   for (std::string& text : strings) text = RandomBytes(Below(9), Rarely() ? 0 : 1) + '\0';
-  const Table table = Joined(strings);
+  const OffsetTable table = Joined(strings);
   const int total = static_cast<int>(strings.size());
   const int first = Below(total + 1);
   const int second = Below(total - first + 1);

@@ -264,14 +264,11 @@ TEST_F(ScriptToolTest, NamesCountsAndSizesThatAreTooLarge) {
             "over-limit /Languages/US\nover-limit /Languages/US\n");
 
   findings.clear();
-  level["Objects"] = Json(13, {{"Kind", "Key"}, {"Id", 1}, {"StringId", 1}});
-  for (int i = 0; i < 39; ++i) {
-    level["Objects"].push_back({{"Kind", i < 13   ? "Puzzle"
-                                         : i < 26 ? "Pickup"
-                                                  : "PuzzleCombo"},
-                                {"Id", 1},
-                                {"StringId", 1},
-                                {"Combo", i < 26 ? 0 : 1}});
+  level["Objects"] = Json::array();
+  for (const std::string kind : {"Key", "Puzzle", "Pickup", "PuzzleCombo"}) {
+    const Json object = {
+        {"Kind", kind}, {"Id", 1}, {"StringId", 1}, {"Combo", kind == "PuzzleCombo" ? 1 : 0}};
+    for (int i = 0; i < 13; ++i) level["Objects"].push_back(object);
   }
   // 52 objects, 100 cuts, 13 words and the closing pair are 1026 bytes.
   level["Cuts"] = Json(100, {{"Type", 1}});
