@@ -4,20 +4,25 @@
 #include <QFontMetrics>
 #include <QScreen>
 #include <QScrollBar>
-#include <QStyle>
 #include <algorithm>
 
 namespace quillmark {
 
 void WideCombo::showPopup() {
-  const QFontMetrics metrics(view()->font());
-  int widest = 0;
+  // Whole pixels would not tell the widest of two texts, and measuring all rows as the list does
+  // would take seconds.
+  const QFontMetricsF metrics(view()->font());
+  double widest = 0;
+  int widestRow = 0;
   for (int row = 0; row < count(); ++row) {
-    widest = std::max(widest, metrics.horizontalAdvance(itemText(row)));
+    const double width = metrics.horizontalAdvance(itemText(row));
+    if (width <= widest) continue;
+    widest = width;
+    widestRow = row;
   }
-  const int around = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view()) + 1) +
-                     2 * view()->frameWidth() + view()->verticalScrollBar()->sizeHint().width();
-  view()->setMinimumWidth(std::min(widest + around, screen()->availableSize().width()));
+  const int needed = view()->sizeHintForIndex(model()->index(widestRow, modelColumn())).width();
+  const int around = 2 * view()->frameWidth() + view()->verticalScrollBar()->sizeHint().width();
+  view()->setMinimumWidth(std::min(needed + around, screen()->availableSize().width()));
   QComboBox::showPopup();
 }
 
