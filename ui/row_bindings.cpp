@@ -155,7 +155,7 @@ void ListBoxBinding::GreyHint() {
   QPalette grey = view_.palette();
   QColor half = grey.color(QPalette::Text);
   half.setAlphaF(0.5);
-  grey.setColor(QPalette::WindowText, half);
+  grey.setColor(hint_->foregroundRole(), half);
   hint_->setPalette(grey);
 }
 

@@ -107,6 +107,7 @@ TEST(Lists, SayHowToFillThemAndFollowTheMouse) {
   const auto* const hint = view.viewport()->findChild<QLabel*>();
   EXPECT_TRUE(hint->isVisible());
   EXPECT_EQ(hint->text(), QStringLiteral("Nothing yet"));
+  EXPECT_LT(hint->palette().color(hint->foregroundRole()).alpha(), 255) << "grey";
 
   for (int row = 0; row < 100; ++row) list.AddRow("name");
   list.Select(0);
