@@ -116,9 +116,13 @@ bool Form::DragTo(int width, int height) {
 }
 
 bool Form::DropFile(const std::string& path) {
-  if (!InFront() || !onFileDropped) return false;
+  if (!TakesFile(path)) return false;
   TheDesktop().RunAct("Open the file", [&] { onFileDropped(path); });
   return true;
+}
+
+bool Form::TakesFile(const std::string& path) const {
+  return InFront() && onFileDropped && (!wantsFile || wantsFile(path));
 }
 
 bool Form::InFront() const {

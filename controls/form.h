@@ -46,6 +46,8 @@ class Form {
   std::function<void()> onShow;    ///< each time that it is shown, even if it is on the screen
   std::function<void()> onUnload;  ///< before its state is thrown away
   std::function<void(const std::string& path)> onFileDropped;
+  /// Which files it has a use for; all if there is none.
+  std::function<bool(const std::string& path)> wantsFile;
   std::function<void()> onResize;  ///< the border was dragged, or code changed the size
 
   const std::string& Name() const { return name_; }
@@ -79,9 +81,11 @@ class Form {
   /// Acts of a person on the window's frame; false if it can't be reached.
   bool Close();
   bool DragTo(int width, int height);
-  /// A person drops a file on the window; false too for a form that has no use for files. The path
-  /// is UTF-8.
+  /// A person drops a file on the window; false too for a file that the form has no use for. The
+  /// path is UTF-8.
   bool DropFile(const std::string& path);
+  /// Whether it would take that file if it were dropped now.
+  bool TakesFile(const std::string& path) const;
 
   /// Shown, and not behind a modal one.
   bool InFront() const;

@@ -245,9 +245,8 @@ void Load(const std::string& proposed) {
   }
 }
 
-void LoadDropped(const std::string& path) {
-  const bool script = UpperCased(FileNameOf(path)) == "SCRIPT.DAT";
-  if (script && frmEditor.Command7.Reachable()) Load(path);
+bool CanBeLoaded(const std::string& path) {
+  return UpperCased(FileNameOf(path)) == "SCRIPT.DAT" && frmEditor.Command7.Reachable();
 }
 
 // Save.
@@ -355,7 +354,8 @@ void SetScriptListeners(ScriptListeners newListeners) { listeners = std::move(ne
 void AttachScriptCommands() {
   SetStringListeners(ListStrings());
   frmEditor.Command7.onPress = [] { Load({}); };
-  frmEditor.onFileDropped = LoadDropped;
+  frmEditor.onFileDropped = Load;
+  frmEditor.wantsFile = CanBeLoaded;
   frmEditor.Command24.onPress = New;
   frmEditor.Command15.onPress = SaveScriptProc;
   frmEditor.Command8.onPress = [] { frmEditor.Unload(); };

@@ -158,6 +158,9 @@ TEST(Drops, BringOneFileToTheWindowAndNoPathIntoABox) {
   EXPECT_FALSE(accepted(window)) << "two files";
   data.setUrls({file});
   EXPECT_TRUE(accepted(window));
+  frmEditor.wantsFile = [](const std::string& path) { return path.empty(); };
+  EXPECT_FALSE(accepted(window)) << "a file of no use";
+  frmEditor.wantsFile = nullptr;
   QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&window, &drop);
   QCoreApplication::processEvents();
