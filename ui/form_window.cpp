@@ -222,14 +222,18 @@ void FormWindow::PlaceAbove(QWidget* owner) {
   if (const auto* part = over.isEmpty() ? nullptr : owner->findChild<QWidget*>(over)) {
     around.moveLeft(part->mapToGlobal(part->rect().center()).x() - around.width() / 2);
   }
+  around.moveRight(std::min(around.right(), area.right()));
+  around.moveBottom(std::min(around.bottom(), area.bottom()));
   around.moveTo(std::max(around.left(), area.left()), std::max(around.top(), area.top()));
   setGeometry(around.marginsRemoved(frame));
   placed_ = QPoint(place.left, place.top);
 }
 
 void FormWindow::Conceal() {
-  setWindowFlag(Qt::WindowStaysOnTopHint, false);
   hide();
+  // Not before: the window manager would answer, and be heard when it has taken back that the
+  // window fills the screen.
+  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, false);
 }
 
 void FormWindow::FollowCaption() {
@@ -257,11 +261,9 @@ void FormWindow::FollowForm() {
       placed_ = corner;
     }
   }
-  const bool onTop = windowFlags() & Qt::WindowStaysOnTopHint;
-  if (form_.Topmost() && !onTop) {
-    setWindowFlag(Qt::WindowStaysOnTopHint);
-    show();
-  }
+  // A flag of the widget would make its window anew and put it on the screen a second time, in a
+  // race with the window manager that is about to give the first one its frame.
+  if (form_.Topmost()) windowHandle()->setFlag(Qt::WindowStaysOnTopHint);
   // The title bar of a form without a caption would show the name of the executable.
   const QString standIn = form_.Caption().empty() ? FromAnsi(kProgramName) : QString();
   if (!standIn.isEmpty()) windowHandle()->setTitle(standIn);
@@ -395,7 +397,8 @@ void FormWindow::changeEvent(QEvent* event) {
 }
 
 void FormWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (form_.InFront() && !DroppedFile(*event).isEmpty()) event->acceptProposedAction();
+  const QString path = DroppedFile(*event);
+  if (!path.isEmpty() && form_.TakesFile(path.toStdString())) event->acceptProposedAction();
 }
 
 void FormWindow::dropEvent(QDropEvent* event) {

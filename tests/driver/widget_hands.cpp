@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QTreeView>
+#include <QWindow>
 #include <map>
 #include <nlohmann/json.hpp>
 
@@ -298,11 +299,15 @@ Sight WidgetHands::See(const Control& control) {
 Json WidgetHands::DescribeForm(const Form& form) {
   const QWidget& window = screen_.WindowOf(form);
   const bool shown = window.isVisible();
+  const bool modal = shown && window.isModal();
+  // A modal window stands above those that stay on top, whatever its form says.
+  const bool topmost =
+      shown && !modal && window.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint);
   const QPoint corner =
       window.geometry().topLeft() - window.screen()->availableGeometry().topLeft();
   return {{"shown", shown},
-          {"modal", shown && window.isModal()},
-          {"topmost", window.windowFlags().testFlag(Qt::WindowStaysOnTopHint)},
+          {"modal", modal},
+          {"topmost", topmost},
           {"caption", TextOfBytes(shown ? ToAnsi(window.windowTitle()) : form.Caption())},
           {"place", {corner.x(), corner.y(), window.width(), window.height()}}};
 }

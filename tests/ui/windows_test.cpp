@@ -82,7 +82,9 @@ TEST(Forms, ShowWhatTheirControlsSay) {
       for (Control* control : form->Controls()) Change(*control);
     });
     form->SetCaption("Another \xE9");
+    const QWindow* const window = screen.WindowOf(*form).windowHandle();
     form->KeepOnTop();
+    EXPECT_EQ(screen.WindowOf(*form).windowHandle(), window) << "not made anew on the screen";
     ExpectTheSame(screen, *form, "changed");
     form->Unload();
     ExpectTheSame(screen, *form, "unloaded");
