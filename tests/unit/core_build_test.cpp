@@ -30,11 +30,10 @@ TEST_F(CoreBuildTest, TakesTheStreamIntoTheModel) {
   MakeFile(Path("scriptdata.tmp"), "an older one, which is longer");
   TRScript.LevelOffsets[1] = 32;
   TRScript.Levels[1].Cut = 3;
-  const std::string stream = Hex("84 03") + kClose;
   for (const std::uint8_t game : {kTr5, kTr4}) {
     TRScript.ScriptKind = game;
     BuildLevel(1);
-    const std::string expected = game == kTr4 ? Hex("84 03") + kCamera + kClose : stream;
+    const std::string expected = Hex("84 03") + (game == kTr4 ? kCamera : "") + kClose;
     EXPECT_EQ(Bytes(Path("scriptdata.tmp")), expected);
     EXPECT_EQ(RawBytes(), expected);
     EXPECT_EQ(TRScript.LevelOffsets[2], game == kTr4 ? 67 : 41);

@@ -1,6 +1,5 @@
 #include "unit/core_fixture.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <random>
@@ -41,6 +40,15 @@ std::string CoreTest::Path(std::string_view name) const {
 std::string CoreTest::CopySample(const std::string& game) const {
   fs::copy(fs::path(QUILLMARK_SAMPLES) / game, Path(game));
   return Path(game + "/SCRIPT.DAT");
+}
+
+std::map<std::string, std::string> CoreTest::Saved() const {
+  const std::string folder = Path("saved");
+  fs::remove_all(folder);
+  fs::create_directory(folder);
+  MakeFile(Path("saved/SCRIPT.DAT"), "");
+  const bool saved = SaveScript(Path("saved/SCRIPT.DAT")) && WriteLoadedLanguages(folder);
+  return saved ? BytesIn(folder) : std::map<std::string, std::string>();
 }
 
 int CoreTest::Run(const std::string& program, const std::string& arguments) const {
@@ -84,10 +92,8 @@ std::map<std::string, std::string> BytesIn(const std::string& folder) {
 }
 
 bool IsNamed(const std::string& path) {
-  const fs::path name = fs::path(path).filename();
-  const fs::directory_iterator folder(fs::path(path).parent_path());
-  return std::any_of(begin(folder), end(folder),
-                     [&](const auto& entry) { return entry.path().filename() == name; });
+  const fs::path whole(path);
+  return FilesIn(whole.parent_path().string()).contains(whole.filename().string());
 }
 
 OffsetTable Joined(const std::vector<std::string>& entries) {

@@ -26,6 +26,8 @@ class CoreTest : public testing::Test {
   std::string Path(std::string_view name) const;
   /// Copies a sample's folder into the temporary one and gives the path of the copied script.
   std::string CopySample(const std::string& game) const;
+  /// The files that a save writes where none of the languages was; none if it fails.
+  std::map<std::string, std::string> Saved() const;
   /// Runs a program in a shell and gives its status; what it prints is in `Out` and `Error` then.
   int Run(const std::string& program, const std::string& arguments) const;
   std::string Out() const { return Bytes(Path("out")); }

@@ -1,18 +1,34 @@
-// The language files, byte by byte, and the table of the interface's texts.
+// The language files, byte by byte, their order, what becomes of one that can't be read or written,
+// and the box of each.
 
 #include <filesystem>
+#include <set>
 #include <tuple>
 
+#include "controls/desktop.h"
+#include "core/script_dat.h"
+#include "editor/editor_form.h"
 #include "forms/interface_texts.h"
-#include "frame/interface_table.h"
 #include "platform/file_numbers.h"
 #include "strings/language_files.h"
+#include "support/silent_screen.h"
 #include "unit/core_fixture.h"
 
 namespace quillmark {
 namespace {
 
 namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+/// The slots, in their order.
+const Names kSlots = {"ENGLISH.DAT", "ITALIAN.DAT", "GERMAN.DAT", "US.DAT",
+                      "FRENCH.DAT",  "SPANISH.DAT", "JAPAN.DAT"};
+
+Language SlotOf(const std::string& file) {
+  Language language{};
+  EXPECT_TRUE(FindLanguage(file, language)) << file;
+  return language;
+}
 
 /// Keeps what the readers and writers tell.
 class CoreLanguageTest : public CoreTest {
@@ -31,6 +47,7 @@ class CoreLanguageTest : public CoreTest {
     SetStringListeners(listeners);
   }
 
+  std::string Folder() const { return Path("").substr(0, Path("").size() - 1); }
   std::string TakeTold() { return std::exchange(told_, {}); }
 
   /// "A", "bc" and nothing, in groups of 1, 2 and 0.
@@ -118,13 +135,10 @@ TEST_F(CoreLanguageTest, TellsWhatItShowsOfThePrimaryLanguage) {
 TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheReader) {
   LanguageSlot& slot = Slot(Language::ENGLISH);
   using Case = std::tuple<int, int, int, bool, int>;
-  for (const auto& [count1, count2, count3, loaded, total] :
-       std::initializer_list<Case>{{2049, 0, 0, true, 2049},
-                                   {2000, 49, 1, false, 2050},
-                                   {0, 0, 0, true, 0},
-                                   {0, 0, -1, false, -1},
-                                   {32767, 1, -1, false, 0},
-                                   {32767, -32767, 2, true, 2}}) {
+  const Case cases[] = {{2049, 0, 0, true, 2049}, {2000, 49, 1, false, 2050},
+                        {0, 0, 0, true, 0},       {0, 0, -1, false, -1},
+                        {32767, 1, -1, false, 0}, {32767, -32767, 2, true, 2}};
+  for (const auto& [count1, count2, count3, loaded, total] : cases) {
     slot = {};
     MakeFile(Path("a"), Word(count1) + Word(count2) + Word(count3) + Zeros(5000));
     ReadLanguage(Language::ENGLISH, Path("a"));
@@ -185,10 +199,10 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
   slot.Strings.Redim(3);
   // The third offset is 32768, then the second size.
   using Case = std::tuple<std::size_t, std::size_t, std::size_t, std::size_t, bool>;
-  for (const auto& [first, second, third, size, written] :
-       std::initializer_list<Case>{{32000, 767, 32767, 12 + 6 + 65534, true},
-                                   {32000, 768, 1, 12 + 4, false},
-                                   {1, 32768, 1, 6, false}}) {
+  const Case cases[] = {{32000, 767, 32767, 12 + 6 + 65534, true},
+                        {32000, 768, 1, 12 + 4, false},
+                        {1, 32768, 1, 6, false}};
+  for (const auto& [first, second, third, size, written] : cases) {
     slot.Strings.Set(0, std::string(first, 'x'));
     slot.Strings.Set(1, std::string(second, 'x'));
     slot.Strings.Set(2, std::string(third, 'x'));
@@ -208,12 +222,12 @@ TEST_F(CoreLanguageTest, ReachesTheLimitsOfTheWriter) {
 
 TEST_F(CoreLanguageTest, TellsOfMissingMemoryAsOfAFileThatCantBeRead) {
   int told = 0;
-  const auto noMemory = [](const std::string&) { throw std::bad_alloc(); };
-  const auto noRoom = [](const std::string&) { throw std::length_error("too long"); };
-  for (const auto& listener : {std::function<void(const std::string&)>(noMemory),
-                               std::function<void(const std::string&)>(noRoom)}) {
+  for (const bool memory : {true, false}) {
     StringListeners listeners;
-    listeners.stringRead = listener;
+    listeners.stringRead = [memory](const std::string&) {
+      if (memory) throw std::bad_alloc();
+      throw std::length_error("too long");
+    };
     listeners.failed = [&](Language, FileWork work) { told += work == FileWork::Read ? 1 : 0; };
     SetStringListeners(listeners);
     Slot(Language::GERMAN).Primary = kOn;
@@ -233,27 +247,97 @@ TEST_F(CoreTest, FindsStringsWhateverTheirLetterCase) {
   EXPECT_EQ(FindPoolString("\xF7"), -1) << "a division sign is no small multiplication sign";
 }
 
-TEST_F(CoreTest, ReadsTheInterfaceTable) {
-  const std::string magic = Hex("cd00cdcd");
-  using Case = std::tuple<std::string, std::string, int, const char*>;
-  for (const auto& [bytes, outcome, last, text] : std::initializer_list<Case>{
-           {magic + std::string("one\0\0two\0three", 14), "true", 3, "three"},
-           {magic + Zeros(4096) + std::string("end\0", 4), "true", 4096, "end"},
-           {magic + Zeros(4097) + "x", "subscript fault", 4096, ""},
-           {magic, "true", 0, ""},
-           {Hex("cd00cdcc") + "x", "false", 0, ""},
-           {"", "false", 0, ""}}) {
-    InterfaceTable = {};
-    MakeFile(Path("language.bin"), bytes);
-    EXPECT_EQ(Outcome(ReadInterfaceTable), outcome);
-    EXPECT_EQ(InterfaceTable[last], text);
-    Files.CloseAll();
+TEST_F(CoreLanguageTest, NamesBelongToTheirSlotsInExactLettersAlone) {
+  for (std::size_t i = 0; i < kSlots.size(); ++i) {
+    EXPECT_EQ(static_cast<std::size_t>(SlotOf(kSlots[i])), i);
+    EXPECT_EQ(LanguageFileName(static_cast<Language>(i)), kSlots[i]);
   }
-  InterfaceTable[0] = "kept ";
-  MakeFile(Path("language.bin"), magic + "more");
-  EXPECT_TRUE(ReadInterfaceTable());
-  EXPECT_EQ(InterfaceTable[0], "kept more");
+  for (const char* other : {"DUTCH.DAT", "english.dat", "ENGLISH.DA", "ENGLISH.DATA", "US", ""}) {
+    Language language = Language::JAPAN;
+    EXPECT_FALSE(FindLanguage(other, language)) << other;
+  }
+}
+
+TEST_F(CoreLanguageTest, FilesAreReadAndSavedInTheirOrders) {
+  MakeFile(Path("DUTCH.DAT"), SmallFile());
+  for (const std::string& file : kSlots) MakeFile(Path(file), SmallFile());
+  Names found;
+  ReadLanguagesIn(Folder(), [&](std::string_view name, const std::string& path) {
+    found.emplace_back(name);
+    ReadFoundLanguage(name, path);
+  });
+  EXPECT_EQ(found, (Names{"ITALIAN.DAT", "ENGLISH.DAT", "GERMAN.DAT", "FRENCH.DAT", "US.DAT",
+                          "JAPAN.DAT", "SPANISH.DAT"}));
+
+  const Names order = {"ITALIAN.DAT", "ENGLISH.DAT", "JAPAN.DAT", "FRENCH.DAT",
+                       "SPANISH.DAT", "GERMAN.DAT",  "US.DAT"};
+  for (std::size_t blocked = 0; blocked <= order.size(); ++blocked) {
+    for (const std::string& file : kSlots) fs::remove(Path(file));
+    if (blocked < order.size()) fs::create_directory(Path(order[blocked]));
+    EXPECT_EQ(WriteLoadedLanguages(Folder()), blocked == order.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+      EXPECT_EQ(fs::is_regular_file(Path(order[i])), i < blocked) << order[i];
+    }
+  }
+}
+
+TEST_F(CoreLanguageTest, EachLanguageHasItsBoxes) {
+  SilentScreen screen;
+  AttachScriptCommands();
+  for (int i = 0; i < kInterfaceEntries; ++i) InterfaceTable[i] = "entry " + std::to_string(i);
+  fs::create_directory(Path("folder"));
+  const std::pair<const char*, int> read[] = {
+      {"ENGLISH.DAT", 1}, {"ITALIAN.DAT", 2}, {"GERMAN.DAT", 3}, {"US.DAT", 4},
+      {"SPANISH.DAT", 5}, {"JAPAN.DAT", 6},   {"FRENCH.DAT", 7}};
+  for (const auto& [file, entry] : read) {
+    screen.boxes.clear();
+    EXPECT_FALSE(ReadLanguage(SlotOf(file), Path("folder")));
+    EXPECT_FALSE(WriteLanguage(SlotOf(file), Path("folder")));
+    EXPECT_EQ(screen.boxes,
+              (Names{"entry " + std::to_string(entry), "entry " + std::to_string(entry + 7)}))
+        << file;
+  }
   InterfaceTable = {};
+  TheDesktop().Reset();
+}
+
+TEST_F(CoreLanguageTest, ALanguageWhoseStringsCantBeReadIsNotSaved) {
+  const auto withOffsets = [](int first, int second) {
+    return SmallFile().replace(12, 4, Word(first) + Word(second));
+  };
+  LanguageSlot& slot = Slot(Language::ENGLISH);
+  MakeFile(Path("a"), withOffsets(-32768, 1));
+  EXPECT_FALSE(ReadLanguage(Language::ENGLISH, Path("a")));
+  EXPECT_EQ(slot.Total, 3);
+  EXPECT_EQ(slot.Loaded, kOff);
+  EXPECT_TRUE(WriteLoadedLanguages(Folder()));
+  EXPECT_FALSE(fs::exists(Path("ENGLISH.DAT")));
+
+  // The number of bytes is no number of the model: one more than its highest is taken.
+  MakeFile(Path("a"), withOffsets(-32767, 1));
+  ReadLanguage(Language::ENGLISH, Path("a"));
+  EXPECT_EQ(slot.Loaded, kOn);
+  EXPECT_EQ(slot.Strings[0].size(), 32768U);
+}
+
+TEST_F(CoreLanguageTest, TheReadersDifferInTwoPoints) {
+  const std::set<std::string> emptyOffsets = {"ENGLISH.DAT", "ITALIAN.DAT"};
+  const std::set<std::string> namesFromPool = {"US.DAT", "SPANISH.DAT", "JAPAN.DAT"};
+  MakeFile(Path("a"), SmallFile());
+  TRScript.NumLevels = 2;
+  TRScript.Levels.Redim(2);
+  TRScript.Levels[1].NameString = 1;
+  EXPECT_EQ(StringsMod.StringPool.size(), 2049U) << "from the start";
+  StringsMod.StringPool[1] = "from the pool";
+  for (const std::string& file : kSlots) {
+    LanguageSlot& slot = Slot(SlotOf(file));
+    slot.Offsets[7] = 5;
+    slot.Primary = kOn;
+    EXPECT_TRUE(ReadLanguage(SlotOf(file), Path("a")));
+    EXPECT_EQ(slot.Offsets[7], emptyOffsets.contains(file) ? 0 : 5) << file;
+    const std::string name = namesFromPool.contains(file) ? "from the pool" : "bc" + Zeros(1);
+    EXPECT_TRUE(TakeTold().ends_with("level " + name)) << file;
+  }
 }
 
 }  // namespace

@@ -195,14 +195,9 @@ TEST_F(CoreScriptTest, WritesAnOffsetEvenWithoutAFileName) {
 
 TEST_F(CoreScriptTest, RebuildsTheGroupsFromTheFlatList) {
   using Case = std::tuple<int, int, bool>;
-  for (const auto& [count, kind, fits] : std::initializer_list<Case>{{0, 0, true},
-                                                                     {13, 1, true},
-                                                                     {4, 6, true},
-                                                                     {145, 7, true},
-                                                                     {14, 0, false},
-                                                                     {14, 5, false},
-                                                                     {5, 6, false},
-                                                                     {146, 7, false}}) {
+  const Case cases[] = {{0, 0, true},   {13, 1, true},  {4, 6, true},  {145, 7, true},
+                        {14, 0, false}, {14, 5, false}, {5, 6, false}, {146, 7, false}};
+  for (const auto& [count, kind, fits] : cases) {
     SCOPED_TRACE(testing::Message() << count << " of kind " << kind);
     ASSERT_TRUE(LoadStreams(kTr5, {kClose, "\x92" + Zeros(14) + kClose}));
     const std::string before = Bytes(Path("one"));

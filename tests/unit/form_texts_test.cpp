@@ -1,16 +1,18 @@
 // Which control gets which text of the interface, for all of them: by their numbers, since a
-// language file is a table by position.
-
-#include <gtest/gtest.h>
+// language file is a table by position. And how that table is read.
 
 #include <set>
 #include <sstream>
+#include <tuple>
 
 #include "controls/controls.h"
 #include "controls/desktop.h"
 #include "controls/form.h"
 #include "forms/apply_texts.h"
 #include "forms/interface_texts.h"
+#include "frame/interface_table.h"
+#include "platform/file_numbers.h"
+#include "unit/core_fixture.h"
 
 namespace quillmark {
 namespace {
@@ -105,25 +107,40 @@ void AddTexts(const Form& form, std::set<std::string>& lines) {
   }
 }
 
-class FormTextsTest : public testing::Test {
- protected:
-  FormTextsTest() {
-    TheDesktop().Reset();
-    for (int i = 0; i < kInterfaceEntries; ++i) InterfaceTable[i] = "entry " + std::to_string(i);
-  }
-  ~FormTextsTest() override {
-    InterfaceTable = {};
-    TheDesktop().Reset();
-  }
-};
-
-TEST_F(FormTextsTest, EachEntryGoesToItsPlacesAndNoOther) {
+TEST(FormTextsTest, EachEntryGoesToItsPlacesAndNoOther) {
+  TheDesktop().Reset();
+  for (int i = 0; i < kInterfaceEntries; ++i) InterfaceTable[i] = "entry " + std::to_string(i);
   std::set<std::string> shown;
   for (Form* form : TheDesktop().Forms()) {
     ApplyTexts(*form);
     AddTexts(*form, shown);
   }
   EXPECT_EQ(shown, ExpectedTexts());
+  InterfaceTable = {};
+  TheDesktop().Reset();
+}
+
+TEST_F(CoreTest, ReadsTheInterfaceTable) {
+  const std::string magic = Hex("cd00cdcd");
+  using Case = std::tuple<std::string, std::string, int, const char*>;
+  for (const auto& [bytes, outcome, last, text] : std::initializer_list<Case>{
+           {magic + std::string("one\0\0two\0three", 14), "true", 3, "three"},
+           {magic + Zeros(4096) + std::string("end\0", 4), "true", 4096, "end"},
+           {magic + Zeros(4097) + "x", "subscript fault", 4096, ""},
+           {magic, "true", 0, ""},
+           {Hex("cd00cdcc") + "x", "false", 0, ""},
+           {"", "false", 0, ""}}) {
+    InterfaceTable = {};
+    MakeFile(Path("language.bin"), bytes);
+    EXPECT_EQ(Outcome(ReadInterfaceTable), outcome);
+    EXPECT_EQ(InterfaceTable[last], text);
+    Files.CloseAll();
+  }
+  InterfaceTable[0] = "kept ";
+  MakeFile(Path("language.bin"), magic + "more");
+  EXPECT_TRUE(ReadInterfaceTable());
+  EXPECT_EQ(InterfaceTable[0], "kept more");
+  InterfaceTable = {};
 }
 
 }  // namespace

@@ -3,16 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
 
 #include "platform/fault.h"
 
 namespace quillmark {
 namespace {
 
+using Real = std::pair<std::string, double>;
+using Whole = std::pair<std::string, std::int64_t>;
+
+constexpr double kHighest = std::numeric_limits<double>::max();
+constexpr std::uint64_t kAllBits = std::numeric_limits<std::uint64_t>::max();
+constexpr std::int64_t kFarthest = 1'000'000'000'000'000;
+
 TEST(NumberTextTest, TellsNumbersFromOtherTexts) {
-  const std::pair<const char*, double> numbers[] = {
-      {"0", 0},    {" 25 ", 25}, {"+25", 25},  {"-1", -1},    {"25.", 25},
-      {".5", 0.5}, {"2e1", 20},  {"2D+1", 20}, {"1d-1", 0.1}, {"007", 7}};
+  const Real numbers[] = {{"0", 0},    {" 25 ", 25}, {"+25", 25},  {"-1", -1},    {"25.", 25},
+                          {".5", 0.5}, {"2e1", 20},  {"2D+1", 20}, {"1d-1", 0.1}, {"007", 7}};
   for (const auto& [text, number] : numbers) {
     ASSERT_TRUE(NumberOf(text)) << text;
     EXPECT_DOUBLE_EQ(*NumberOf(text), number) << text;
@@ -31,30 +38,19 @@ TEST(NumberTextTest, RoundsAHalfToTheEvenNeighbour) {
                                                    {-1.5, -2},
                                                    {2.49, 2},
                                                    {2147483647.5, 2147483648},
-                                                   {1e300, 1'000'000'000'000'000}};
+                                                   {1e300, kFarthest}};
   for (const auto& [number, rounded] : cases) EXPECT_EQ(RoundedNumber(number), rounded);
 }
 
 TEST(NumberTextTest, ReadsANumberAtTheStartOfAText) {
   const std::string far(400, '9');
-  const std::pair<std::string, double> cases[] = {{"", 0},
-                                                  {" ", 0},
-                                                  {"  12x", 12},
-                                                  {"-7 8", -7},
-                                                  {"+7", 7},
-                                                  {"--7", 0},
-                                                  {"255.4", 255.4},
-                                                  {".5.5", 0.5},
-                                                  {".", 0},
-                                                  {"1e3", 1},
-                                                  {"inf", 0},
-                                                  {"x1", 0},
-                                                  {"0." + std::string(400, '0') + "1", 0},
-                                                  {far, std::numeric_limits<double>::max()},
-                                                  {"-" + far, -std::numeric_limits<double>::max()}};
+  const std::string tiny = "0." + std::string(400, '0') + "1";
+  const Real cases[] = {
+      {"", 0},    {" ", 0},         {"  12x", 12}, {"-7 8", -7},    {"+7", 7},
+      {"--7", 0}, {"255.4", 255.4}, {".5.5", 0.5}, {".", 0},        {"1e3", 1},
+      {"inf", 0}, {"x1", 0},        {tiny, 0},     {far, kHighest}, {"-" + far, -kHighest}};
   for (const auto& [text, number] : cases) EXPECT_EQ(ValueAtStart(text), number) << text;
-  const std::pair<std::string, std::int64_t> rounded[] = {
-      {"2.5", 2}, {"3.5", 4}, {"-3.5", -4}, {"255.4", 255}, {far, 1'000'000'000'000'000}};
+  const Whole rounded[] = {{"2.5", 2}, {"3.5", 4}, {"-3.5", -4}, {"255.4", 255}, {far, kFarthest}};
   for (const auto& [text, number] : rounded) EXPECT_EQ(NumberAtStart(text), number) << text;
 }
 
@@ -73,26 +69,24 @@ TEST(NumberTextTest, TakesAWholeTextOrFaults) {
 }
 
 TEST(NumberTextTest, ReadsDigitsUpToTheFirstOther) {
-  const std::pair<const char*, std::uint64_t> hex[] = {
-      {"", 0},
-      {"g", 0},
-      {"12G4", 0x12},
-      {"fFfF", 0xffff},
-      {" 1", 0},
-      {"-1", 0},
-      {"0", 0},
-      {"80000000", 0x80000000U},
-      {"ffffffffffffffff", std::numeric_limits<std::uint64_t>::max()},
-      {"10000000000000000", std::numeric_limits<std::uint64_t>::max()}};
-  for (const auto& [text, number] : hex) EXPECT_EQ(HexAtStart(text), number) << text;
-  const std::pair<const char*, int> digits[] = {{"", 0},
-                                                {"x", 0},
-                                                {"007x", 7},
-                                                {"-1", 0},
-                                                {"2147483647", 2147483647},
-                                                {"2147483648", 2147483647},
-                                                {"99999999999 ", 2147483647}};
-  for (const auto& [text, number] : digits) EXPECT_EQ(DigitsAtStart(text), number) << text;
+  using Case = std::tuple<const char*, std::uint64_t, int>;
+  for (const auto& [text, hex, digits] : {Case{"", 0, 0},
+                                          {"g", 0, 0},
+                                          {" 1", 0, 0},
+                                          {"-1", 0, 0},
+                                          {"0", 0, 0},
+                                          {"007x", 7, 7},
+                                          {"12G4", 0x12, 12},
+                                          {"fFfF", 0xffff, 0},
+                                          {"80000000", 0x80000000U, 80000000},
+                                          {"2147483647", 0x2147483647, 2147483647},
+                                          {"2147483648", 0x2147483648, 2147483647},
+                                          {"99999999999 ", 0x99999999999, 2147483647},
+                                          {"ffffffffffffffff", kAllBits, 0},
+                                          {"10000000000000000", kAllBits, 2147483647}}) {
+    EXPECT_EQ(HexAtStart(text), hex) << text;
+    EXPECT_EQ(DigitsAtStart(text), digits) << text;
+  }
   for (const char* text : {"0", "0123456789"}) EXPECT_TRUE(IsAllDigits(text)) << text;
   for (const char* text : {"", " 1", "1 ", "-1", "1.0", "/", ":", "\xB2"}) {
     EXPECT_FALSE(IsAllDigits(text)) << text;

@@ -2,8 +2,8 @@
 
 #include "frame/recovery.h"
 
-#include <algorithm>
 #include <filesystem>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -42,8 +42,9 @@ class RecoveryTest : public CoreTest {
   std::vector<fs::path> Copies() const {
     std::vector<fs::path> copies;
     if (!fs::is_directory(Path("recovered"))) return copies;
-    for (const auto& entry : fs::directory_iterator(Path("recovered"))) copies.push_back(entry);
-    std::sort(copies.begin(), copies.end());
+    for (const std::string& name : FilesIn(Path("recovered"))) {
+      copies.push_back(Path("recovered/" + name));
+    }
     return copies;
   }
 
@@ -51,16 +52,12 @@ class RecoveryTest : public CoreTest {
   void ExpectWhatASaveWrites(const std::string& what) const {
     std::vector<FileCopy> copies = CopiesOfLoadedLanguages();
     copies.push_back(CopyOfScript(TRScript));
-    fs::create_directory(Path("saved"));
-    MakeFile(Path("saved/SCRIPT.DAT"), "");
-    ASSERT_TRUE(SaveScript(Path("saved/SCRIPT.DAT"))) << what;
-    ASSERT_TRUE(WriteLoadedLanguages(Path("saved"))) << what;
+    std::map<std::string, std::string> copied;
     for (const FileCopy& copy : copies) {
       EXPECT_TRUE(copy.whole) << what << copy.name;
-      EXPECT_EQ(copy.bytes, Bytes(Path("saved/" + copy.name))) << what << copy.name;
-      fs::remove(Path("saved/" + copy.name));
+      copied[copy.name] = copy.bytes;
     }
-    EXPECT_TRUE(fs::is_empty(Path("saved"))) << what << " is not copied whole";
+    EXPECT_TRUE(copied == Saved()) << what;
   }
 
   /// Loads the script of those bytes, and gives how that ended.
@@ -141,12 +138,6 @@ TEST_F(RecoveryTest, AScriptThatNoSaveCouldWriteLosesOnlyWhatHasNoRoom) {
   TRScript.Levels[4].CutCount = 200;
   const int track = TRScript.Levels[5].AudioTrack;
   const int name = TRScript.Levels[4].NameString;
-  ASSERT_EQ(OutcomeOf([] {
-              ScriptModel model = TRScript;
-              SavedBytes(model);
-            }),
-            "subscript fault");
-
   const FileCopy copy = CopyOfScript(TRScript);
   EXPECT_FALSE(copy.whole);
   ASSERT_EQ(Loading(copy.bytes, kTr4), "true");

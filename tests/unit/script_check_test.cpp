@@ -80,11 +80,7 @@ TEST_F(ScriptCheckTest, FindsWhatASaveWouldChangeInAStream) {
 
 TEST_F(ScriptCheckTest, ListsTheFirstEightUnknownBytes) {
   MakeFile(Path("SCRIPT.DAT"), ScriptBytes({kTitle, Hex("000102030405060708") + kClose}));
-  std::string sentence;
-  for (const Finding& finding : CheckScript(OpenSource(Path("SCRIPT.DAT")), kTr5)) {
-    if (finding.id == "unknown-byte") sentence += finding.sentence;
-  }
-  EXPECT_EQ(sentence,
+  EXPECT_EQ(CheckScript(OpenSource(Path("SCRIPT.DAT")), kTr5).back().sentence,
             "a save leaves out what is no opcode of TR5: 00 at 0, 01 at 1, 02 at 2, 03 at 3, "
             "04 at 4, 05 at 5, 06 at 6, 07 at 7, ...");
 }
