@@ -12,6 +12,8 @@ namespace quillmark {
 
 Binding::Binding(Control& control, QWidget& widget) : control_(control), widget_(widget) {
   widget.installEventFilter(this);
+  // The wheel scrolls. It does not lead the next key into what it went across.
+  if (widget.focusPolicy() == Qt::WheelFocus) widget.setFocusPolicy(Qt::StrongFocus);
 }
 
 void Binding::Refresh() {

@@ -253,6 +253,7 @@ TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
       const QWidget* widget = screen.WidgetOf(*control);
       if (widget == nullptr || !control->Visible()) continue;
       EXPECT_LE(widget->isVisible() ? MissingWidth(*widget) : 0, 0);
+      EXPECT_NE(widget->focusPolicy(), Qt::WheelFocus);
       if (!control->TakesFocus()) continue;
       EXPECT_FALSE(widget->accessibleName().isEmpty());
       EXPECT_FALSE(widget->accessibleName().contains(QRegularExpression("[&:]")));
