@@ -14,9 +14,9 @@ namespace quillmark {
 namespace {
 
 namespace fs = std::filesystem;
-using Names = std::set<std::string>;
 
-const Names kSampleFiles = {"ENGLISH.DAT", "GERMAN.DAT", "ITALIAN.DAT", "SCRIPT.DAT"};
+const std::set<std::string> kSampleFiles = {"ENGLISH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
+                                            "SCRIPT.DAT"};
 
 class ToolsTest : public CoreTest {
  protected:
@@ -265,8 +265,8 @@ TEST_F(ScriptCommandTest, BuildsAllFilesOrNone) {
   fs::remove_all(Path("old/ITALIAN.DAT"));
   ASSERT_EQ(Run("build " + json + " " + Path("old") + " --force"), 0) << Error();
   EXPECT_NE(Error().find("JAPAN.DAT' stays"), std::string::npos);
-  EXPECT_EQ(FilesIn(Path("old")),
-            (Names{"ENGLISH.DAT", "GERMAN.DAT", "ITALIAN.DAT", "JAPAN.DAT", "Script.dat"}));
+  EXPECT_EQ(FilesIn(Path("old")), (std::set<std::string>{"ENGLISH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
+                                                         "JAPAN.DAT", "Script.dat"}));
   EXPECT_EQ(Bytes(Path("old/Script.dat")), Bytes(script));
 }
 
