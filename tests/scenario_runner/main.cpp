@@ -13,6 +13,7 @@
 #include "scenario_runner/directives.h"
 #include "scenario_runner/driver_process.h"
 #include "scenario_runner/expectation.h"
+#include "scenario_runner/run_folder.h"
 #include "support/text.h"
 
 namespace quillmark {
@@ -73,10 +74,7 @@ void AddLines(const std::string& text, const std::string& place, std::vector<Ste
 /// `text` with what stands for its places, "%1" for the first.
 std::string Filled(std::string text, const std::vector<std::string>& values) {
   for (std::size_t i = 0; i < values.size(); ++i) {
-    const std::string name = "%" + std::to_string(i + 1);
-    for (std::size_t at = 0; (at = text.find(name)) != std::string::npos;) {
-      text.replace(at, name.size(), values[i]);
-    }
+    text = Replaced(text, "%" + std::to_string(i + 1), values[i]);
   }
   return text;
 }
@@ -91,7 +89,7 @@ std::vector<std::string> Words(const std::string& text) {
 std::vector<Step> ReadScenario(const fs::path& path, const std::vector<std::string>& values = {}) {
   std::ifstream file(path);
   if (!file) throw Failure("cannot read " + path.string());
-  static const std::regex include("@ include (\\S+)(.*)");
+  static const std::regex include("@ include (\\S+)(.*?)(?: => (.*))?");
   static const std::regex each("@ each (.*) (> .*)");
   static const std::regex repeat("@ repeat ([0-9]+) (> .*)");
   std::vector<Step> steps;
@@ -108,6 +106,9 @@ std::vector<Step> ReadScenario(const fs::path& path, const std::vector<std::stri
       for (const Step& step : ReadScenario(path.parent_path() / part[1].str(), Words(part[2]))) {
         steps.push_back(step);
       }
+      if (!part[3].matched) continue;
+      steps.back().place = place;
+      AddLines(part[3], place, steps);
     } else if (std::regex_match(text, part, each)) {
       for (const std::string& word : Words(part[1]))
         steps.push_back({place, Filled(part[2], {word})});
@@ -137,23 +138,8 @@ std::string Escaped(const std::string& bytes) {
 /// One run of one scenario in its own folder.
 class Run {
  public:
-  explicit Run(const Arguments& arguments) : arguments_(arguments) {
-    std::string pattern = (fs::temp_directory_path() / "quillmark-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw Failure("no temporary folder");
-    work_ = pattern;
-    fs::create_directory(work_ / "program");
-    for (const auto& entry : fs::directory_iterator(arguments.programFolder)) {
-      const std::string type = entry.path().extension().string();
-      if (type == ".bin" || type == ".BIN" || type == ".h") {
-        fs::copy(entry.path(), work_ / "program");
-      }
-    }
-    for (const char* game : {"tr4", "tr5"}) {
-      fs::copy(fs::path(arguments.samples) / game, work_ / game);
-    }
-    for (const auto& entry : fs::recursive_directory_iterator(work_)) {
-      fs::permissions(entry.path(), fs::perms::owner_write, fs::perm_options::add);
-    }
+  explicit Run(const Arguments& arguments)
+      : arguments_(arguments), work_(MakeRunFolder(arguments.programFolder, arguments.samples)) {
     english_ = ReadInterfaceTable((work_ / "program" / "ENGLISH.BIN").string());
     fs::current_path(work_);
     setenv("QT_QPA_PLATFORM", "offscreen", 1);

@@ -43,6 +43,13 @@ void ExpectEnd(std::istream& line) {
   if (!(line >> std::ws).eof()) throw CommandError("too much in the line");
 }
 
+std::string Replaced(std::string text, const std::string& what, const std::string& with) {
+  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size()) {
+    text.replace(at, what.size(), with);
+  }
+  return text;
+}
+
 std::string Hex(std::string digits) {
   std::erase(digits, ' ');
   std::string bytes;

@@ -26,6 +26,9 @@ std::string ReadText(std::istream& line);
 std::string ReadBytes(std::istream& line);
 void ExpectEnd(std::istream& line);
 
+/// `text` with `with` wherever `what` stood.
+std::string Replaced(std::string text, const std::string& what, const std::string& with);
+
 /// The bytes that hexadecimal digits stand for; blanks are passed over.
 std::string Hex(std::string digits);
 

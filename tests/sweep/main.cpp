@@ -21,6 +21,7 @@
 
 #include "scenario_runner/driver_process.h"
 #include "scenario_runner/expectation.h"
+#include "scenario_runner/run_folder.h"
 #include "support/text.h"
 #include "sweep/trouble.h"
 
@@ -34,6 +35,11 @@ constexpr const char* kOldCopy = "recovered/2001-01-01 00.00.00";
 
 /// Name below the folder of the run, and bytes.
 using Disk = std::map<std::string, std::string>;
+
+bool Holds(const Disk& disk, const std::string& name, const std::string& bytes) {
+  const auto found = disk.find(name);
+  return found != disk.end() && found->second == bytes;
+}
 
 struct Act {
   std::string name;
@@ -131,7 +137,6 @@ class Sweep {
   void Prepare() const;
   std::vector<std::string> Surround(Act::By by) const;
   Disk Look() const;
-  std::string Filled(std::string line) const;
   void Send(DriverProcess& driver, const std::string& line);
   void SendAll(DriverProcess& driver, const std::vector<std::string>& lines);
   void Arm(const Trial& trial);
@@ -160,19 +165,9 @@ class Sweep {
 
 void Sweep::Prepare() const {
   fs::remove_all(folder_);
-  fs::create_directories(folder_);
-  const auto copy = [](const fs::path& from, const fs::path& to) {
-    fs::copy(from, to, fs::copy_options::recursive);
-  };
-  copy(samples_ / "tr4", folder_ / "tr4");
-  copy(samples_ / "tr5", folder_ / "tr5");
-  fs::create_directory(folder_ / "program");
+  FillRunFolder(folder_, program_.parent_path(), samples_);
   const fs::path own = folder_ / "program";
-  copy(program_, own / program_.filename());
-  for (const char* name : {"language.bin", "interface.h", "tr5items.h"}) {
-    copy(program_.parent_path() / name, own / name);
-  }
-  copy(own / "language.bin", own / "ENGLISH.BIN");
+  fs::copy(program_, own / program_.filename());
   fs::create_directories(own / kOldCopy);
   MakeFile((own / kOldCopy / "SCRIPT.DAT").string(), "kept");
   fs::current_path(folder_);
@@ -195,14 +190,9 @@ Disk Sweep::Look() const {
   return disk;
 }
 
-std::string Sweep::Filled(std::string line) const {
-  const std::size_t mark = line.find('$');
-  return mark == std::string::npos ? line : line.replace(mark, 1, folder_.string());
-}
-
 /// Sends a line and answers the boxes that it brings up.
 void Sweep::Send(DriverProcess& driver, const std::string& line) {
-  driver.Send(Filled(line));
+  driver.Send(Replaced(line, "$", folder_.string()));
   prompt_ = driver.Answer().back();
   while (prompt_.starts_with("box ")) {
     boxes_.push_back(prompt_);
@@ -306,8 +296,7 @@ void Sweep::TryAgain(const Trial& trial, DriverProcess& driver) {
   }
   const Disk disk = Look();
   for (const auto& [name, bytes] : fresh_) {
-    const auto found = disk.find(name);
-    if (found == disk.end() || found->second != bytes) {
+    if (!Holds(disk, name, bytes)) {
       Find(trial, name + " is not as it should be after the next time" +
                       (boxes_.size() > findings ? ", " + boxes_.back() : ""));
     }
@@ -321,11 +310,7 @@ bool Sweep::BoxNames(const std::string& name) const {
 
 /// Whether the file is one of those that the act may leave.
 bool Sweep::MayStand(const Trial& trial, const std::string& name, const std::string& bytes) const {
-  const auto is = [&](const Disk& disk) {
-    const auto found = disk.find(name);
-    return found != disk.end() && found->second == bytes;
-  };
-  if (is(old_) || is(fresh_)) return true;
+  if (Holds(old_, name, bytes) || Holds(fresh_, name, bytes)) return true;
   // A file that was not there is made at once, and goes again if its content can't be written.
   return bytes.empty() && old_.find(name) == old_.end() && (killed_ || trial.lasting);
 }
@@ -339,14 +324,11 @@ void Sweep::CheckFiles(const Trial& trial) {
     const std::string of = name.substr(0, mark);
     const bool couldNotGo = std::string(plan_.struck.data()).find(name) != std::string::npos &&
                             std::string(plan_.struck.data()).starts_with("remove");
-    const auto wanted = fresh_.find(of);
-    const auto before = old_.find(of);
     // Of a file that was half written over, this is all that is left of the old one.
     const bool isLastOfOld = BoxNames(of + ".quillmark-new-") &&
-                             name.starts_with(of + ".quillmark-old-") && before != old_.end() &&
-                             before->second == bytes;
+                             name.starts_with(of + ".quillmark-old-") && Holds(old_, of, bytes);
     if (isLastOfOld) continue;
-    if (BoxNames(name) && wanted != fresh_.end() && wanted->second == bytes) {
+    if (BoxNames(name) && Holds(fresh_, of, bytes)) {
       kept.insert(of);
     } else if (!killed_ && !couldNotGo && !trial.lasting) {
       Find(trial, name + " was left behind");

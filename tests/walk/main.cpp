@@ -61,30 +61,18 @@ void Report(const WalkSettings& settings, const Outcome& outcome, std::uint32_t 
             << std::endl;
 }
 
-/// How many lines of the walks began in that way: it tells what they have seen.
-using Counts = std::map<std::string, int>;
-
-void Count(const Outcome& outcome, Counts& counts) {
-  std::istringstream lines(outcome.scenario);
-  for (std::string line; std::getline(lines, line);) {
-    for (const char* prefix : {"> ", "refused", "box critical End", "box critical OK",
-                               "box information", "box question", "input ", "file "}) {
-      if (line.starts_with(prefix)) ++counts[prefix];
-    }
-  }
-}
-
 int RunWalks(const WalkSettings& settings, int steps, std::uint32_t firstSeed) {
   std::cout << "Walks of " << kStepsOfAWalk << " steps from seed " << firstSeed << std::endl;
-  Counts counts;
+  std::map<std::string, int> seen;  // how many lines began with that word
   for (std::uint32_t seed = firstSeed; steps > 0; ++seed, steps -= kStepsOfAWalk) {
     const Outcome outcome = Walk(settings, seed, std::min(steps, kStepsOfAWalk));
-    Count(outcome, counts);
+    std::istringstream lines(outcome.scenario);
+    for (std::string line; std::getline(lines, line);) ++seen[line.substr(0, line.find(' '))];
     if (!outcome.finding) continue;
     Report(settings, outcome, seed);
     return EXIT_FAILURE;
   }
-  for (const auto& [prefix, count] : counts) std::cout << count << " \"" << prefix << "\"\n";
+  for (const auto& [word, count] : seen) std::cout << count << " \"" << word << "\"\n";
   std::cout << "Nothing found" << std::endl;
   return EXIT_SUCCESS;
 }

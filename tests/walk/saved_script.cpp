@@ -1,8 +1,10 @@
 #include "walk/saved_script.h"
 
 #include <algorithm>
+#include <iterator>
 #include <nlohmann/json.hpp>
-#include <utility>
+#include <regex>
+#include <string_view>
 #include <vector>
 
 #include "core/level_stream.h"
@@ -19,114 +21,91 @@
 namespace quillmark {
 namespace {
 
-constexpr int kPuzzleCombo = 3;
-
 bool IsTr4() { return TRScript.ScriptKind == kTr4; }
 
-/// Whether the object's number has an opcode in this game.
-bool IsReadable(const LevelObject& object) {
-  static constexpr int kHighestInTr4[] = {12, 12, 4, 8, 8, 4, 3};
-  static constexpr int kHighestInTr5[] = {8, 8, 4, 4};
-  const int kind = object.Kind;
-  if (kind < 0 || kind > 6) return false;
-  if (!IsTr4() && kind > kPuzzleCombo) return true;  // it is left out
-  const int highest = IsTr4() ? kHighestInTr4[kind] : kHighestInTr5[kind];
-  const bool isCombo = kind >= kPuzzleCombo && kind <= 5;
-  return object.Id >= 1 && object.Id <= highest &&
-         (!isCombo || object.Combo == 1 || object.Combo == 2);
+/// The highest numbers of objects that have opcodes, by kind. Objects of other kinds are left out
+/// of the game's streams.
+const std::vector<int>& HighestNumbers() {
+  static const std::vector<int> tr4 = {12, 12, 4, 8, 8, 4, 3};
+  static const std::vector<int> tr5 = {8, 8, 4, 4};
+  return IsTr4() ? tr4 : tr5;
 }
 
-bool IsReadable(const LevelRecord& level) {
-  for (int i = 0; i < level.ObjectCount; ++i) {
-    if (!IsReadable(level.Objects[i])) return false;
-  }
-  for (int i = 0; i < level.CutCount; ++i) {
-    if (level.Cuts[i].Type < 1 || level.Cuts[i].Type > 4) return false;
-  }
-  return true;
+bool IsWritten(int kind) { return kind >= 0 && kind < std::ssize(HighestNumbers()); }
+
+bool IsCombo(int kind) { return kind >= 3 && kind <= 5; }
+
+bool IsReadable(const LevelObject& object) {
+  const int kind = object.Kind;
+  if (!IsWritten(kind)) return true;
+  const int highest = HighestNumbers()[static_cast<std::size_t>(kind)];
+  return object.Id >= 1 && object.Id <= highest &&
+         (!IsCombo(kind) || object.Combo == 1 || object.Combo == 2);
 }
 
 bool ScriptIsReadable() {
   if (TRScript.NumFileNames == 0) return false;
-  for (int i = 0; i < TRScript.NumFileNames; ++i) {
-    if (TRScript.FileNames[i].empty()) return false;
-  }
   for (const std::string* extension : ShownExtensions(TRScript)) {
     if (extension->size() != kExtensionLength) return false;  // the dialog has cut it
   }
-  for (int i = 0; i < TRScript.NumLevels; ++i) {
-    if (!IsReadable(TRScript.Levels[i])) return false;
+  for (const LevelRecord& level : TRScript.Levels.First(TRScript.NumLevels)) {
+    const auto objects = level.Objects.First(level.ObjectCount);
+    if (!std::all_of(objects.begin(), objects.end(), IsReadable)) return false;
   }
   return true;
 }
 
-/// What of a level stands in the file, by the listing.
-Json KeptLevel(const Json& level, int index) {
-  std::vector<std::string> kept = {"Fmv", "UVRotate", "Cut", "CutCount", "Cuts", "AudioTrack"};
-  const auto keep = [&](std::initializer_list<const char*> names) {
-    kept.insert(kept.end(), names.begin(), names.end());
-  };
-  const auto keepIfOn = [&](const char* word, std::initializer_list<const char*> names) {
-    if (level[word] == kOn) keep(names);
-  };
-  keepIfOn("Layer1On", {"Layer1On", "Layer1"});
-  keepIfOn("Layer2On", {"Layer2On", "Layer2"});
-  if (index > 0) keep({"NameString", "LevelFlags", "FileNameIndex"});
-  if (IsTr4()) {
-    keep({"Camera", "CameraRoom", "ResetHub"});
-    keepIfOn("LegendOn", {"LegendOn", "Legend"});
-    keepIfOn("LensFlareOn", {"LensFlareOn", "LensFlarePos", "LensFlareColour"});
-    keepIfOn("FogOn", {"FogOn", "Fog"});
-    keepIfOn("MirrorOn", {"MirrorOn", "MirrorValue", "MirrorRoom"});
+/// Takes the fields out whose names match.
+void Lose(Json& fields, const std::string& names) {
+  const std::regex lost(names);
+  for (auto field = fields.begin(); field != fields.end();) {
+    field = std::regex_match(field.key(), lost) ? fields.erase(field) : std::next(field);
   }
-  Json result;
-  for (const std::string& name : kept) result[name] = level[name];
+}
+
+/// Of the objects a save keeps those that are written, in the order of their kinds.
+Json KeptObjects(const Json& listed) {
   std::vector<Json> objects;
-  for (Json object : level["Objects"]) {
-    const int kind = object["Kind"];
-    if (!IsTr4() && kind > kPuzzleCombo) continue;
-    if (kind < kPuzzleCombo || kind > 5) object["Combo"] = 0;
+  for (Json object : listed) {
+    if (!IsWritten(object["Kind"])) continue;
+    if (!IsCombo(object["Kind"])) object["Combo"] = 0;
     objects.push_back(object);
   }
   std::stable_sort(objects.begin(), objects.end(),
                    [](const Json& a, const Json& b) { return a["Kind"] < b["Kind"]; });
-  result["Objects"] = objects;
-  return result;
+  return objects;
 }
 
-/// Without the names of the languages, which double with every load of one run.
-Json KeptScript() {
-  const Json listing = ListScript();
-  Json kept;
-  for (const char* name :
-       {"ScriptFlags", "ScriptFrameRate", "ScriptSecurity", "NumLevels", "NumFileNames",
-        "FileNamesSize", "ScriptDataSize", "PsxLevelExt", "PsxCutExt", "PsxFmvExt", "PcLevelExt",
-        "PcCutExt", "PcFmvExt", "FileNameOffsets", "FileNames", "LevelOffsets"}) {
-    kept[name] = listing[name];
+/// The listing without what a save does not keep. The names of the languages double with every load
+/// of one run.
+Json KeptListing() {
+  Json listing = ListScript();
+  Lose(listing, "ExtReserved|LanguageNames|Languages|NumStrings");
+  for (Json& level : listing["Levels"]) {
+    Lose(level, "Mips|LevelRaw|UVRotateOn|ObjectCount");
+    for (const std::string part : {"Layer1", "Layer2", "Legend", "LensFlare", "Fog", "Mirror"}) {
+      if (level[part + "On"] != kOn) Lose(level, part + ".*");
+    }
+    Lose(level, IsTr4() ? "Tr5List.*"
+                        : "(Camera|ResetHub|Legend|LensFlare|Fog|Mirror|KeyCombo|PickupCombo|"
+                          "Examine).*");
+    level["Objects"] = KeptObjects(level["Objects"]);
   }
-  int index = 0;
-  for (const Json& level : listing["Levels"]) kept["Levels"].push_back(KeptLevel(level, index++));
-  return kept;
+  Lose(listing["Levels"][0],
+       IsTr4() ? "NameString|FileNameIndex|LevelFlags" : "NameString|FileNameIndex");
+  return listing;
 }
 
-/// The strings of a language as they come back: the mask's own character turns into a zero.
-std::vector<std::string> KeptStrings(const LanguageSlot& slot) {
-  std::vector<std::string> strings;
-  for (int i = 0; i < slot.Total; ++i) {
-    strings.emplace_back(slot.Strings[i]);
-    std::replace(strings.back().begin(), strings.back().end(), '\\', '\0');
-  }
-  return strings;
-}
-
-/// The file may be longer than what was saved: its last string then takes the tail.
+/// The mask's own character comes back as a zero, and the last string takes the tail of a file that
+/// was longer than what was saved.
 bool ComesBack(const LanguageSlot& saved, const LanguageSlot& loaded) {
-  std::vector<std::string> wanted = KeptStrings(saved);
-  std::vector<std::string> read = KeptStrings(loaded);
-  if (wanted.size() != read.size()) return false;
-  if (wanted.empty()) return true;
-  return read.back().starts_with(wanted.back()) &&
-         std::equal(wanted.begin(), wanted.end() - 1, read.begin());
+  for (int i = 0; i < saved.Total; ++i) {
+    std::string wanted(saved.Strings[i]);
+    std::replace(wanted.begin(), wanted.end(), '\\', '\0');
+    const std::string_view read = loaded.Strings[i];
+    if (i + 1 < saved.Total ? read != wanted : !read.starts_with(wanted)) return false;
+  }
+  return saved.Total == loaded.Total;
 }
 
 /// Lines of a scenario that load the saved script and look for what it should hold.
@@ -136,16 +115,14 @@ std::string Expectation(const std::string& path, const Json& saved, const std::s
     if (IsOn(StringsMod.Slots[i].Loaded)) language = LanguageFileName(static_cast<Language>(i));
   }
   const Json::json_pointer pointer(place);
-  std::string lines = "> press OK\n> click frmEditor.Command7\n";
-  lines += R"(file open "${58}" "SCRIPT.DAT|SCRIPT.DAT")"
-           "\n> choose \"" +
-           path + "\"\n";
-  lines += R"(file open "${59}" "<LANGUAGE>.DAT|*.dat")"
-           "\n> choose \"" +
-           JoinPath(GetPath(path), language) + "\"\n";
-  if (!IsTr4()) lines += "> click frmSelScript.Option2\n";
-  lines += "> click frmSelScript.Command1\nmodel " + place + " ";
-  return lines + (saved.contains(pointer) ? JsonLine(saved[pointer]) : "null");
+  return "> press OK\n> click frmEditor.Command7\n"
+         R"(file open "${58}" "SCRIPT.DAT|SCRIPT.DAT")"
+         "\n> choose \"" +
+         path + "\"\n" + R"(file open "${59}" "<LANGUAGE>.DAT|*.dat")" + "\n> choose \"" +
+         JoinPath(GetPath(path), language) + "\"\n" +
+         (IsTr4() ? "" : "> click frmSelScript.Option2\n") +
+         "> click frmSelScript.Command1\nmodel " + place + " " +
+         (saved.contains(pointer) ? JsonLine(saved[pointer]) : "null");
 }
 
 void Load(const std::string& path, std::uint8_t game) {
@@ -155,13 +132,11 @@ void Load(const std::string& path, std::uint8_t game) {
   callbacks.chooseGame = [game] { TRScript.ScriptKind = game; };
   callbacks.languageFound = ReadFoundLanguage;
   try {
-    if (!LoadScript(path, callbacks)) throw Finding{"a saved script is refused", "# " + path};
-  } catch (const Fault& fault) {
-    throw Finding{"a saved script can't be loaded", std::string("# ") + fault.what()};
+    if (LoadScript(path, callbacks)) return Files.CloseFiles();
+  } catch (const Fault&) {
   } catch (const MissingEndOfData&) {
-    throw Finding{"a saved script has no end", "# " + path};
   }
-  Files.CloseFiles();
+  throw Finding{"a saved script can't be loaded", "# " + path};
 }
 
 }  // namespace
@@ -170,9 +145,9 @@ void CheckSavedScript(const std::string& path) {
   if (!ScriptIsReadable()) return;
   const ScriptModel script = TRScript;
   const StringsModule strings = StringsMod;
-  const Json saved = KeptScript();
+  const Json saved = KeptListing();
   Load(path, script.ScriptKind);
-  const Json loaded = KeptScript();
+  const Json loaded = KeptListing();
   if (loaded != saved) {
     const std::string place = Json::diff(saved, loaded)[0]["path"];
     throw Finding{"a saved script loads to another one", Expectation(path, saved, place)};

@@ -18,6 +18,7 @@
 #include "driver/widget_screen.h"
 #include "platform/files.h"
 #include "scenario_runner/directives.h"
+#include "scenario_runner/run_folder.h"
 #include "support/text.h"
 #include "walk/walker.h"
 
@@ -26,22 +27,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kFoundStatus = 3;
 constexpr unsigned kMostSeconds = 300;
 constexpr const char* kScenario = "walk.scenario";
-constexpr const char* kFinding = "finding.txt";
+constexpr std::string_view kNotMet = "# not met: ";
 constexpr const char* kErrors = "errors.txt";
 
 /// Where the lines come from: the next one for a driver that waits with this prompt; nothing at the
 /// end.
 using Source = std::function<std::optional<std::string>(const std::string& prompt)>;
-
-std::string Replaced(std::string text, const std::string& what, const std::string& with) {
-  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size()) {
-    text.replace(at, what.size(), with);
-  }
-  return text;
-}
 
 std::string WithoutPlaces(const std::string& text, const std::string& work) {
   return Replaced(Replaced(text, work + "/program", "$PROGRAM"), work, "$WORK");
@@ -73,10 +66,9 @@ class WalkInput : public std::streambuf {
       busy_ = false;
       return more ? traits_type::to_int_type(line_.front()) : traits_type::eof();
     } catch (const Finding& finding) {
-      scenario_ << "# not met: " << finding.what << '\n'
+      scenario_ << kNotMet << finding.what << '\n'
                 << WithoutPlaces(finding.expectation, work_) << std::endl;
-      std::ofstream(work_ + "/" + kFinding) << finding.what << '\n';
-      std::_Exit(kFoundStatus);
+      std::_Exit(EXIT_FAILURE);
     }
   }
 
@@ -122,22 +114,12 @@ class WalkInput : public std::streambuf {
   bool busy_ = false;
 };
 
-void MakeFolder(const WalkSettings& settings, const fs::path& work) {
-  fs::create_directory(work / "program");
-  for (const auto& entry : fs::directory_iterator(settings.programFiles)) {
-    const std::string type = entry.path().extension().string();
-    if (type == ".bin" || type == ".BIN" || type == ".h") fs::copy(entry.path(), work / "program");
-  }
-  for (const char* game : {"tr4", "tr5"}) fs::copy(fs::path(settings.samples) / game, work / game);
-}
-
 /// What happens in the process of its own.
 int PlayIn(const WalkSettings& settings, const std::string& work,
            const std::vector<std::string>& preparation, const Source& source) {
   alarm(kMostSeconds);
   const int errors = open((work + "/" + kErrors).c_str(), O_WRONLY | O_CREAT, 0600);
   dup2(errors, STDERR_FILENO);
-  MakeFolder(settings, work);
   {
     std::ofstream scenario(work + "/" + kScenario);
     for (const std::string& line : preparation) {
@@ -186,27 +168,23 @@ Outcome ReadOutcome(const std::string& work, int status) {
   std::istringstream lines(outcome.scenario);
   for (std::string line; std::getline(lines, line);) {
     if (line.starts_with("@ ") || line.starts_with("> ")) outcome.lines.push_back(line);
+    if (!line.starts_with(kNotMet)) continue;
+    outcome.finding = Finding{line.substr(kNotMet.size()), ""};
+    break;  // what follows has not been done
   }
-  if (status == 0) return outcome;
-  if (WIFEXITED(status) && WEXITSTATUS(status) == kFoundStatus) {
-    std::istringstream found(Bytes(work + "/" + kFinding));
-    outcome.finding.emplace();
-    std::getline(found, outcome.finding->what);
-    return outcome;
-  }
+  if (status == 0 || outcome.finding) return outcome;
   outcome.finding = Finding{WhatBroke(work, status), ""};
-  outcome.scenario += "# not met: " + outcome.finding->what + "\n";
+  outcome.scenario += std::string(kNotMet) + outcome.finding->what + "\n";
   return outcome;
 }
 
 Outcome Play(const WalkSettings& settings, const std::vector<std::string>& preparation,
              const Source& source) {
-  std::string pattern = (fs::temp_directory_path() / "quillmark-walk-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+  const std::string work = MakeRunFolder(settings.programFiles, settings.samples).string();
   const pid_t child = fork();
   if (child == 0) {
     try {
-      PlayIn(settings, pattern, preparation, source);
+      PlayIn(settings, work, preparation, source);
     } catch (const std::exception& trouble) {
       std::cerr << trouble.what() << std::endl;
     }
@@ -214,8 +192,8 @@ Outcome Play(const WalkSettings& settings, const std::vector<std::string>& prepa
   }
   int status = 0;
   if (child < 0 || waitpid(child, &status, 0) < 0) throw std::runtime_error("no process");
-  Outcome outcome = ReadOutcome(pattern, status);
-  fs::remove_all(pattern);
+  Outcome outcome = ReadOutcome(work, status);
+  fs::remove_all(work);
   return outcome;
 }
 

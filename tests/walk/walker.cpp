@@ -24,6 +24,13 @@ const std::vector<std::string> kFolders = {"tr4", "tr5", "tr4", "out"};
 const std::vector<std::string> kLanguages = {"ENGLISH", "ENGLISH", "ENGLISH", "ENGLISH",
                                              "ENGLISH", "ITALIAN", "FRENCH",  "US"};
 
+const std::vector<std::string> kRareActs = {"enable frmEditor.Command22",
+                                            "enable frmEditor.Command24",
+                                            "enable frmEditor.Command27",
+                                            "enable frmEditor.Command30",
+                                            "call ShowAbout",
+                                            "show frmStrings"};
+
 /// Controls whose acts take the walk further than others', each as often as it should come.
 std::vector<const Control*> Favourites() {
   const FrmEditor& form = frmEditor;
@@ -142,31 +149,19 @@ std::string Walker::ChooseGame() {
 }
 
 std::string Walker::RareAct() {
-  const auto control = [](const Control& which) { return "enable " + DriverName(which); };
-  switch (Below(8)) {
-    case 0:
-      return control(frmEditor.Command24);
-    case 1:
-      return control(frmEditor.Command27);
-    case 2:
-      return control(frmEditor.Command30);
-    case 3:
-      return "call ShowAbout";
-    case 4:
-      return TheDesktop().ModalForm() == nullptr ? "show frmStrings" : "forms";
-    case 5:
-      return "resize frmEditor " + std::to_string(600 + Below(500)) + " " +
-             std::to_string(500 + Below(200));
-    case 6:
-      return control(frmEditor.Command22);
-    default: {
-      // Most likely one that can't be reached now.
-      const Form& form = *Any(TheDesktop().Forms());
-      if (form.Controls().empty()) return "forms";
-      const Control& any = *Any(form.Controls());
-      return IsPlain(any) || PercentTaken(any) < 100 ? "forms" : ActOn(any);
-    }
+  if (Chance(12)) {
+    return "resize frmEditor " + std::to_string(600 + Below(500)) + " " +
+           std::to_string(500 + Below(200));
   }
+  if (Chance(85)) {
+    const std::string act = Any(kRareActs);
+    return act.starts_with("show ") && TheDesktop().ModalForm() != nullptr ? "forms" : act;
+  }
+  // Most likely one that can't be reached now.
+  const Form& form = *Any(TheDesktop().Forms());
+  if (form.Controls().empty()) return "forms";
+  const Control& any = *Any(form.Controls());
+  return IsPlain(any) || PercentTaken(any) < 100 ? "forms" : ActOn(any);
 }
 
 const Control* Walker::AnyReachable() {
