@@ -14,11 +14,12 @@
 
 namespace quillmark {
 
-/// The program with its main form on the screen, in one of the interface's languages. `files` is a
-/// program's own folder, which is copied.
+/// The program with its main form on the screen, in one of the interface's languages.
 class RunningProgram {
  public:
-  RunningProgram(const std::filesystem::path& files, const std::string& language) {
+  static inline std::filesystem::path files;  ///< a program's own folder, which is copied
+
+  explicit RunningProgram(const std::string& language = "ENGLISH") {
     const std::filesystem::path own = folder_.path().toStdString();
     std::filesystem::copy(files, own, std::filesystem::copy_options::recursive);
     std::filesystem::rename(own / (language + ".BIN"), own / "language.bin");
@@ -33,6 +34,12 @@ class RunningProgram {
   }
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
+
+  /// Brings what the controls say onto the screen.
+  void Settle() {
+    screen.Refresh();
+    screen.TheHands().Settle();
+  }
 
   WidgetScreen screen;
 

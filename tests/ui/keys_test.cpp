@@ -11,7 +11,6 @@
 #include <QLabel>
 #include <QRegularExpression>
 #include <QtTest/QTest>
-#include <iostream>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -22,8 +21,6 @@
 
 namespace quillmark {
 namespace {
-
-const char* programFiles = nullptr;
 
 using Captions = std::vector<QString>;
 
@@ -62,7 +59,7 @@ QString ShownCaption(WidgetScreen& screen, const Control& control) {
 class Languages : public testing::TestWithParam<const char*> {};
 
 TEST_P(Languages, HaveOneAccessKeyForEachCaptionThatNeedsOne) {
-  RunningProgram program(programFiles, GetParam());
+  RunningProgram program(GetParam());
   for (Form* form : TheDesktop().Forms()) {
     if (!form->StartState().framed) continue;  // the splash form, which is over
     form->Load();
@@ -82,22 +79,18 @@ INSTANTIATE_TEST_SUITE_P(, Languages,
                          testing::Values("ENGLISH", "ITALIAN", "GERMAN", "FRENCH", "SPANISH"));
 
 TEST(Keys, ReachFromEverywhereWhatCanBeReached) {
-  RunningProgram program(programFiles, "ENGLISH");
+  RunningProgram program;
   FormWindow& window = program.screen.WindowOf(frmEditor);
   window.activateWindow();
   int presses = 0;
   frmEditor.Command15.onPress = [&] { ++presses; };
   frmEditor.txtTrack.SetEnabled(true);
-  const auto reload = [&] {
-    program.screen.Refresh();
-    program.screen.TheHands().Settle();
-  };
-  reload();
+  program.Settle();
   const Control* const focus = frmEditor.Focus();
   QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
   EXPECT_EQ(presses, 0) << "the button is disabled";
   frmEditor.Command15.SetEnabled(true);
-  reload();
+  program.Settle();
   QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
   EXPECT_EQ(presses, 1);
   QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
@@ -105,7 +98,7 @@ TEST(Keys, ReachFromEverywhereWhatCanBeReached) {
   EXPECT_EQ(frmEditor.Focus(), focus) << "a press from elsewhere leaves the focus where it is";
   frmEditor.Frame3.SetEnabled(true);
   frmEditor.txtFind.SetEnabled(true);
-  reload();
+  program.Settle();
   QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
   EXPECT_EQ(frmEditor.Focus(), &frmEditor.txtFind);
   const QString save = program.screen.WidgetOf(frmEditor.Command15)->toolTip();
@@ -113,14 +106,13 @@ TEST(Keys, ReachFromEverywhereWhatCanBeReached) {
 }
 
 TEST(Keys, ReleaseAnAccessKeyInTheBoxThatItReached) {
-  RunningProgram program(programFiles, "ENGLISH");
+  RunningProgram program;
   FormWindow& window = program.screen.WindowOf(frmEditor);
   window.activateWindow();
   frmEditor.Frame3.SetEnabled(true);
   std::vector<Key> released;
   frmEditor.txtTrack.onKeyRelease = [&](Key key) { released.push_back(key); };
-  program.screen.Refresh();
-  program.screen.TheHands().Settle();
+  program.Settle();
   const QKeySequence key = QKeySequence::mnemonic(ShownCaption(program.screen, frmEditor.txtTrack));
   const auto letter = static_cast<Qt::Key>(key[0].key());
   QTest::keyPress(&window, letter, Qt::AltModifier);
@@ -139,13 +131,9 @@ void SelectRowBy(QWidget& list, int row) {
 }
 
 TEST(ScreenReaders, ReachWhatTheMouseReaches) {
-  RunningProgram program(programFiles, "ENGLISH");
+  RunningProgram program;
   const auto widget = [&](const Control& control) -> QWidget& {
     return *program.screen.WidgetOf(control);
-  };
-  const auto settle = [&] {
-    program.screen.Refresh();
-    program.screen.TheHands().Settle();
   };
   frmEditor.Frame3.SetEnabled(true);
   int presses = 0;
@@ -153,24 +141,24 @@ TEST(ScreenReaders, ReachWhatTheMouseReaches) {
   frmEditor.cmbFMV.onSelect = nullptr;  // which needs a level
   frmEditor.lstFileNames.AddRow("first");
   frmEditor.lstFileNames.AddRow("second");
-  settle();
+  program.Settle();
   DoBy(widget(frmEditor.chkHorizon), QAccessibleActionInterface::toggleAction());
   SelectRowBy(widget(frmEditor.lstFileNames), 1);
   SelectRowBy(*dynamic_cast<QComboBox&>(widget(frmEditor.cmbFMV)).view(), 7);
-  settle();
+  program.Settle();
   EXPECT_TRUE(frmEditor.chkHorizon.Ticked());
   EXPECT_EQ(presses, 1) << "only a press stores the value";
   EXPECT_EQ(frmEditor.lstFileNames.Row(), 1);
   EXPECT_EQ(frmEditor.cmbFMV.Row(), 7);
   bool pressed = false;
   frmEditor.Command3.SetEnabled(true);
-  settle();
+  program.Settle();
   frmEditor.Command3.onPress = [&] { pressed = true; };
   DoBy(widget(frmEditor.Command3), QAccessibleActionInterface::pressAction());
   EXPECT_FALSE(pressed) << "the reader waits for all that the press opens";
   EXPECT_TRUE(QTest::qWaitFor([&] { return pressed; }));
   frmSelScript.Show();
-  settle();
+  program.Settle();
   QAccessibleInterface& chooser =
       *QAccessible::queryAccessibleInterface(&program.screen.WindowOf(frmSelScript));
   EXPECT_EQ(chooser.role(), QAccessible::Dialog);
@@ -178,14 +166,14 @@ TEST(ScreenReaders, ReachWhatTheMouseReaches) {
   QWidget& other = widget(frmSelScript.Option2);
   EXPECT_EQ(QAccessible::queryAccessibleInterface(&other)->role(), QAccessible::RadioButton);
   DoBy(other, QAccessibleActionInterface::toggleAction());
-  settle();
+  program.Settle();
   EXPECT_TRUE(frmSelScript.Option2.On());
   EXPECT_FALSE(frmSelScript.Option1.On());
   frmSelScript.Unload();
 }
 
 TEST(Keys, MakeOneWordOfLettersThatFollowEachOtherSoon) {
-  RunningProgram program(programFiles, "ENGLISH");
+  RunningProgram program;
   frmEditor.Frame3.SetEnabled(true);
   program.screen.Refresh();
   frmEditor.cmbFMV.onSelect = nullptr;  // which needs a level
@@ -209,14 +197,3 @@ TEST(Keys, MakeOneWordOfLettersThatFollowEachOtherSoon) {
 
 }  // namespace
 }  // namespace quillmark
-
-int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
-  if (argc != 2) {
-    std::cerr << "usage: ui_keys_test PROGRAM_FILES\n";
-    return 64;
-  }
-  const QApplication application(argc, argv);
-  quillmark::programFiles = argv[1];
-  return RUN_ALL_TESTS();
-}

@@ -7,10 +7,10 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
+
+#include "support/text.h"
 
 namespace quillmark {
 namespace {
@@ -19,12 +19,7 @@ namespace fs = std::filesystem;
 
 void Put(const fs::path& path, const std::string& content) {
   fs::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary) << content;
-}
-
-std::string ContentOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  MakeFile(path.string(), content);
 }
 
 class OwnFolderTest : public testing::Test {
@@ -58,7 +53,7 @@ class OwnFolderTest : public testing::Test {
     std::map<std::string, std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(user_)) {
       if (!entry.is_regular_file() || entry.path().filename() == "installed.txt") continue;
-      files[fs::relative(entry.path(), user_).generic_string()] = ContentOf(entry.path());
+      files[fs::relative(entry.path(), user_).generic_string()] = Bytes(entry.path().string());
     }
     return files;
   }
@@ -74,7 +69,7 @@ TEST_F(OwnFolderTest, IsTheExecutablesWhereATableLiesThereAndNothingIsCopied) {
     const OwnFolder own = Start();
     EXPECT_EQ(own.path, Path("bin")) << name;
     EXPECT_EQ(own.trouble, "");
-    EXPECT_EQ(ContentOf(root_ / "bin" / name), "own");
+    EXPECT_EQ(Bytes((root_ / "bin" / name).string()), "own");
     fs::remove(root_ / "bin" / name);
     EXPECT_TRUE(fs::is_empty(root_ / "bin"));
     EXPECT_FALSE(fs::exists(root_ / "home"));

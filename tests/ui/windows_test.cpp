@@ -10,11 +10,9 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QRegularExpression>
 #include <QTreeView>
 #include <QWheelEvent>
-#include <iostream>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <utility>
@@ -26,8 +24,6 @@
 
 namespace quillmark {
 namespace {
-
-const char* programFiles = nullptr;
 
 void ExpectTheSame(WidgetScreen& screen, const Form& form, const std::string& when) {
   Hands logic;
@@ -142,22 +138,14 @@ TEST(CheckBoxes, AreNotPressedBesideTheirCaption) {
   screen.Refresh();
   auto& box = *screen.WidgetOf(frmEditor.chkPulse);
   box.resize(box.sizeHint() + QSize(40, 20));
-  const auto click = [&box](const QPointF& place) {
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      QMouseEvent event(type, place, box.mapToGlobal(place), Qt::LeftButton,
-                        type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {});
-      QApplication::sendEvent(&box, &event);
-    }
-  };
-  const double middle = box.height() / 2.0;
-  const double right = box.width() - 3.0;
-  for (const QPointF& beside :
-       {QPointF(right, middle), QPointF(5, 1), QPointF(5, box.height() - 2)}) {
-    click(beside);
+  const int middle = box.height() / 2;
+  for (const QPoint& beside :
+       {QPoint(box.width() - 3, middle), QPoint(5, 1), QPoint(5, box.height() - 2)}) {
+    SendClick(box, beside);
     EXPECT_EQ(presses, 0) << beside.x() << " " << beside.y();
     EXPECT_FALSE(frmEditor.chkPulse.Ticked());
   }
-  click({5, middle});
+  SendClick(box, {5, middle});
   EXPECT_EQ(presses, 1);
   EXPECT_TRUE(frmEditor.chkPulse.Ticked());
   frmEditor.chkPulse.onMousePress = handler;
@@ -186,7 +174,7 @@ TEST(Combos, KeepTheirRowUnderTheWheelAndOpenAsWideAsTheirRows) {
 class Windows : public testing::TestWithParam<const char*> {};
 
 TEST(Dialogs, KeepTheirSizeWithinARun) {
-  RunningProgram program(programFiles, "ENGLISH");
+  RunningProgram program;
   WidgetScreen& screen = program.screen;
   for (Form* form : TheDesktop().Forms()) {
     if (!form->StartState().sizable || form->onResize) continue;
@@ -230,7 +218,7 @@ void WalkAccessibleTree(QAccessibleInterface& place, const std::string& path) {
 }
 
 TEST_P(Windows, TellTheirControlsApartAndHaveRoomForTheirTexts) {
-  RunningProgram program(programFiles, GetParam());
+  RunningProgram program(GetParam());
   WidgetScreen& screen = program.screen;
   ASSERT_TRUE(frmEditor.Shown());
   const Place& place = frmEditor.Position();
@@ -267,14 +255,3 @@ INSTANTIATE_TEST_SUITE_P(, Windows,
 
 }  // namespace
 }  // namespace quillmark
-
-int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
-  if (argc != 2) {
-    std::cerr << "usage: ui_windows_test PROGRAM_FILES\n";
-    return 64;
-  }
-  const QApplication application(argc, argv);
-  quillmark::programFiles = argv[1];
-  return RUN_ALL_TESTS();
-}
