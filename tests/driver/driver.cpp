@@ -30,6 +30,7 @@ namespace {
 template <class Value>
 using Names = std::map<std::string, Value, std::less<>>;
 
+constexpr Key kSpace = {KeyCode::Character, ' '};
 const Names<MouseButton> kMouseButtons = {
     {"left", MouseButton::Left}, {"right", MouseButton::Right}, {"middle", MouseButton::Middle}};
 const Names<KeyCode> kKeys = {
@@ -132,10 +133,6 @@ Json State() {
           {"popup", popup ? Json(popup->Owner().Name() + "." + popup->FullName()) : Json()}};
 }
 
-bool PressSpace(Driver& driver, Control& control) {
-  return driver.TheHands().PressKey(control, {KeyCode::Character, ' '});
-}
-
 bool ElapseTimer(Driver&) {
   Timer* const timer = TheDesktop().RunningTimer();
   if (timer != nullptr) timer->Elapse();
@@ -208,7 +205,7 @@ Command Always(bool (*act)(Driver&, What...)) {
 const Names<Command> kCommands = {
     {"click", Act(&Hands::Click)},
     {"mouse", Act(&Hands::PressMouse)},
-    {"space", Act(PressSpace)},
+    {"space", Act(+[](Driver& d, Control& c) { return d.TheHands().PressKey(c, kSpace); })},
     {"key", Act(&Hands::PressKey)},
     {"type", Act(&Hands::Type)},
     {"append", Act(&Hands::Append)},

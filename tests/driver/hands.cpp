@@ -28,26 +28,14 @@ void Remove(TextBox& box, int place) {
 void EditByKey(TextBox& box, Key key) {
   if (!box.Reachable()) return;
   const int caret = box.SelectionStart() + box.SelectionLength();
-  switch (key.code) {
-    case KeyCode::Character: {
-      const char typed = box.Typed(key.character);
-      ReplaceSelection(box, std::string_view(&typed, 1));
-      break;
-    }
-    case KeyCode::Backspace:
-      Remove(box, box.SelectionStart() - 1);
-      break;
-    case KeyCode::Delete:
-      Remove(box, box.SelectionStart());
-      break;
-    case KeyCode::Left:
-      box.SelectText(caret - 1, 0);
-      break;
-    case KeyCode::Right:
-      box.SelectText(caret + 1, 0);
-      break;
-    default:
-      break;
+  if (key.code == KeyCode::Character) {
+    ReplaceSelection(box, std::string(1, box.Typed(key.character)));
+  } else if (key.code == KeyCode::Backspace) {
+    Remove(box, box.SelectionStart() - 1);
+  } else if (key.code == KeyCode::Delete) {
+    Remove(box, box.SelectionStart());
+  } else if (key.code == KeyCode::Left || key.code == KeyCode::Right) {
+    box.SelectText(key.code == KeyCode::Left ? caret - 1 : caret + 1, 0);
   }
 }
 

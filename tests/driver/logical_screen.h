@@ -6,10 +6,11 @@
 
 namespace quillmark {
 
-/// A display that shows nothing: what asks a person goes to the driver.
+/// A display that shows nothing: what asks a person goes to its driver.
 class LogicalScreen : public SilentScreen {
  public:
-  explicit LogicalScreen(Driver& driver) : driver_(driver) {}
+  Driver& TheDriver() { return driver_; }
+  Hands& TheHands() { return hands_; }
 
   BoxButton AskMessage(const Message& box) override {
     std::optional<BoxButton> pressed;
@@ -33,7 +34,8 @@ class LogicalScreen : public SilentScreen {
   }
 
  private:
-  Driver& driver_;
+  Hands hands_;
+  Driver driver_{hands_};
 };
 
 }  // namespace quillmark

@@ -9,13 +9,6 @@
 
 namespace quillmark {
 
-int RunLogical() {
-  Hands hands;
-  Driver driver(hands);
-  const LogicalScreen screen(driver);
-  return driver.Run();
-}
-
 /// Passes on everything but what the offscreen platform says of its own limits, so that a warning
 /// on standard error is one.
 void PassOn(QtMsgType, const QMessageLogContext&, const QString& message) {
@@ -43,5 +36,5 @@ int main(int argc, char** argv) {
     return 64;
   }
   quillmark::SetProgramFolder(argv[argc - 1]);
-  return widgets ? quillmark::RunWidgets(argc, argv) : quillmark::RunLogical();
+  return widgets ? quillmark::RunWidgets(argc, argv) : quillmark::LogicalScreen().TheDriver().Run();
 }

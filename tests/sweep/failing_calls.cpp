@@ -37,30 +37,17 @@ TroublePlan* Plan() {
 }
 
 bool CanMeet(Trouble trouble, Kind kind) {
-  switch (trouble) {
-    case Trouble::Full:
-      return kind != Kind::Look && kind != Kind::Read;
-    case Trouble::FullUnrenamed:
-      return kind == Kind::Write || kind == Kind::Flush;
-    case Trouble::Refused:
-      return kind == Kind::Change || kind == Kind::Name;
-    case Trouble::Short:
-      return kind == Kind::Write || kind == Kind::Read;
-    default:
-      return true;
-  }
+  const bool changes = kind == Kind::Change || kind == Kind::Name;
+  const bool writes = kind == Kind::Write || kind == Kind::Flush;
+  if (trouble == Trouble::Full) return changes || writes;
+  if (trouble == Trouble::FullUnrenamed) return writes;
+  if (trouble == Trouble::Refused) return changes;
+  return trouble != Trouble::Short || kind == Kind::Write || kind == Kind::Read;
 }
 
 int ErrorOf(Trouble trouble) {
-  switch (trouble) {
-    case Trouble::Full:
-    case Trouble::FullUnrenamed:
-      return ENOSPC;
-    case Trouble::Refused:
-      return EACCES;
-    default:
-      return EIO;
-  }
+  if (trouble == Trouble::Full || trouble == Trouble::FullUnrenamed) return ENOSPC;
+  return trouble == Trouble::Refused ? EACCES : EIO;
 }
 
 std::string PathOf(int file) {
@@ -149,30 +136,22 @@ Routine Next(const char* name) {
     return Strikes(kind, #name, where) ? Failure<result>(failed) : next arguments; \
   }
 
-#define FAILING_OPEN(name)                                                                     \
-  STANDS_BEFORE(int, name, (const char* path, int flags, ...)) {                               \
-    static const auto next = Next<int (*)(const char*, int, ...)>(#name);                      \
-    std::va_list rest;                                                                         \
-    va_start(rest, flags);                                                                     \
-    const unsigned mode = (flags & O_CREAT) != 0 ? va_arg(rest, unsigned) : 0;                 \
-    va_end(rest);                                                                              \
-    return Strikes(KindOfOpening(flags), #name, path) ? Failure(-1) : next(path, flags, mode); \
+#define FAILING_OPEN(name, where, parameters, arguments)                               \
+  STANDS_BEFORE(int, name, parameters) {                                               \
+    using Routine = int parameters;                                                    \
+    static const auto next = Next<Routine*>(#name);                                    \
+    std::va_list rest;                                                                 \
+    va_start(rest, flags);                                                             \
+    const unsigned mode = (flags & O_CREAT) != 0 ? va_arg(rest, unsigned) : 0;         \
+    va_end(rest);                                                                      \
+    return Strikes(KindOfOpening(flags), #name, where) ? Failure(-1) : next arguments; \
   }
 
+FAILING_OPEN(open, path, (const char* path, int flags, ...), (path, flags, mode))
+FAILING_OPEN(open64, path, (const char* path, int flags, ...), (path, flags, mode))
 // The one by which the standard library searches folders.
-STANDS_BEFORE(int, openat, (int folder, const char* path, int flags, ...)) {
-  static const auto next = Next<int (*)(int, const char*, int, ...)>("openat");
-  std::va_list rest;
-  va_start(rest, flags);
-  const unsigned mode = (flags & O_CREAT) != 0 ? va_arg(rest, unsigned) : 0;
-  va_end(rest);
-  return Strikes(KindOfOpening(flags), "openat", From(folder, path))
-             ? Failure(-1)
-             : next(folder, path, flags, mode);
-}
-
-FAILING_OPEN(open)
-FAILING_OPEN(open64)
+FAILING_OPEN(openat, From(folder, path), (int folder, const char* path, int flags, ...),
+             (folder, path, flags, mode))
 FAILING(FILE*, fopen, KindOfOpening(mode), path, nullptr, (const char* path, const char* mode),
         (path, mode))
 FAILING(FILE*, fopen64, KindOfOpening(mode), path, nullptr, (const char* path, const char* mode),

@@ -49,41 +49,35 @@ struct Act {
   enum class By { Driver, Program, ProgramWithoutTrash } by = By::Driver;
 };
 
-const std::vector<std::string> kOpenTr4 = {
-    "timer", "click frmEditor.Command7", "choose \"$/tr4/SCRIPT.DAT\"",
-    "choose \"$/tr4/ENGLISH.DAT\"", "click frmSelScript.Command1"};
-const std::vector<std::string> kOpenTr5 = {"timer",
-                                           "click frmEditor.Command7",
-                                           "choose \"$/tr5/SCRIPT.DAT\"",
-                                           "choose \"$/tr5/ENGLISH.DAT\"",
-                                           "click frmSelScript.Option2",
-                                           "click frmSelScript.Command1"};
+const std::vector<std::string> kLoadTr4 = {
+    "click frmEditor.Command7", "choose \"$/tr4/SCRIPT.DAT\"", "choose \"$/tr4/ENGLISH.DAT\"",
+    "click frmSelScript.Command1"};
+const std::vector<std::string> kLoadTr5 = {
+    "click frmEditor.Command7", "choose \"$/tr5/SCRIPT.DAT\"", "choose \"$/tr5/ENGLISH.DAT\"",
+    "click frmSelScript.Option2", "click frmSelScript.Command1"};
 
-std::vector<std::string> Behind(std::vector<std::string> lines, std::string last) {
-  lines.push_back(std::move(last));
+std::vector<std::string> Joined(std::vector<std::string> lines,
+                                const std::vector<std::string>& more) {
+  lines.insert(lines.end(), more.begin(), more.end());
   return lines;
 }
 
-std::vector<std::string> WithoutStart(const std::vector<std::string>& lines) {
-  return {lines.begin() + 1, lines.end()};
-}
-
 std::vector<Act> Acts() {
-  auto changed = Behind(kOpenTr4, "click frmEditor.Command11");
-  changed = Behind(changed, "click frmOptions.chkFlags(3)");
-  changed = Behind(changed, "click frmOptions.Command2");
-  changed = Behind(changed, "click frmEditor.cmdAddLevel");
+  const auto openTr4 = Joined({"timer"}, kLoadTr4);
+  const auto changed =
+      Joined(openTr4, {"click frmEditor.Command11", "click frmOptions.chkFlags(3)",
+                       "click frmOptions.Command2", "click frmEditor.cmdAddLevel"});
   const auto save = [](const std::string& folder) -> std::vector<std::string> {
     return {"click frmEditor.Command15", "choose \"$/" + folder + "/SCRIPT.DAT\""};
   };
   return {{"start", {}, {"timer"}, true},
-          {"load_tr4", {"timer"}, WithoutStart(kOpenTr4)},
-          {"load_tr5", {"timer"}, WithoutStart(kOpenTr5)},
+          {"load_tr4", {"timer"}, kLoadTr4},
+          {"load_tr5", {"timer"}, kLoadTr5},
           {"save_tr4", changed, save("tr4")},
-          {"save_tr5", kOpenTr5, save("tr5")},
-          {"save_elsewhere", kOpenTr4, save("tr5")},
+          {"save_tr5", Joined({"timer"}, kLoadTr5), save("tr5")},
+          {"save_elsewhere", openTr4, save("tr5")},
           {"new",
-           Behind(kOpenTr4, "enable frmEditor.Command24"),
+           Joined(openTr4, {"enable frmEditor.Command24"}),
            {"click frmEditor.Command24", "choose \"$/tr5/ENGLISH.DAT\""}},
           {"language_editor",
            {"timer"},

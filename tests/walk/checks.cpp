@@ -1,6 +1,7 @@
 #include "walk/checks.h"
 
 #include <algorithm>
+#include <cstring>
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
@@ -40,24 +41,21 @@ std::string WithLevel(std::string_view paths, int level) {
   return std::regex_replace(std::string(paths), std::regex("@"), "/Levels/" + Plain(level));
 }
 
-void RequireBound(const char* name, std::int64_t count, std::int64_t most) {
-  if (count < 0 || count > most) {
-    throw Finding{std::string(name) + " is out of its bounds", "# " + Plain(count)};
+void RequireBound(const std::string& name, std::int64_t count, std::int64_t most,
+                  std::int64_t least = 0) {
+  if (count < least || count > most) {
+    throw Finding{name + " is out of its bounds", "# " + Plain(count)};
   }
 }
 
-void CheckLevelBounds(const LevelRecord& level) {
-  RequireBound("PuzzleCount", level.PuzzleCount, 13);
-  RequireBound("KeyCount", level.KeyCount, 13);
-  RequireBound("PickupCount", level.PickupCount, 13);
-  RequireBound("PuzzleComboCount", level.PuzzleComboCount, 13);
-  RequireBound("KeyComboCount", level.KeyComboCount, 13);
-  RequireBound("PickupComboCount", level.PickupComboCount, 13);
-  RequireBound("ExamineCount", level.ExamineCount, 4);
-  RequireBound("CutCount", level.CutCount, 100);
-  RequireBound("ObjectCount", level.ObjectCount, 145);
-  RequireBound("Tr5ListACount", level.Tr5ListACount, 33);
-  RequireBound("Tr5ListBCount", level.Tr5ListBCount, 33);
+/// A list in the listing ends with its array, whatever its count says.
+void CheckCounts(const Json& level) {
+  for (const auto& [name, count] : level.items()) {
+    if (!name.ends_with("Count") || name == "MipCount") continue;
+    const std::string list = name.substr(0, name.size() - std::strlen("Count"));
+    const Json& entries = level[level.contains(list + "s") ? list + "s" : list];
+    RequireBound(name, count, std::ssize(entries));
+  }
 }
 
 void CheckShown(const Control& control, const std::string& text) {
@@ -66,16 +64,10 @@ void CheckShown(const Control& control, const std::string& text) {
   }
 }
 
-void CheckRow(const Control& control, int row, int count) {
-  if (row < -1 || row >= count) {
-    throw Finding{DriverName(control) + " stands on a row that it has not", "# " + Plain(row)};
-  }
-}
-
 void CheckControl(const Control& control) {
   CheckShown(control, control.Caption());
   if (const auto* list = dynamic_cast<const RowsControl*>(&control)) {
-    CheckRow(control, list->Row(), list->Count());
+    RequireBound("the row of " + DriverName(control), list->Row(), list->Count() - 1, -1);
   } else if (const auto* box = dynamic_cast<const TextBox*>(&control)) {
     CheckShown(control, box->Text());
     const auto size = static_cast<std::int64_t>(box->Text().size());
@@ -198,9 +190,7 @@ void Checks::CheckFlag(const Json& now) const {
 
 void Checks::CheckBounds() {
   const auto levels = std::ssize(TRScript.Levels);
-  for (int i = 0; i < std::min<std::int64_t>(TRScript.NumLevels, levels); ++i) {
-    CheckLevelBounds(TRScript.Levels[i]);
-  }
+  for (const Json& level : model_["Levels"]) CheckCounts(level);
   // A load or a new script that was broken off leaves the model in pieces.
   const bool whole = TRScript.NumLevels <= levels;
   if (Matches(act_, R"(\w+ (frmEditor\.(Command7|Command24)|frmSelScript\.\w+)\b.*)")) {

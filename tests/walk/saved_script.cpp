@@ -1,6 +1,7 @@
 #include "walk/saved_script.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <regex>
@@ -12,7 +13,6 @@
 #include "core/script_model.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
-#include "platform/files.h"
 #include "strings/language_files.h"
 #include "tools/json_text.h"
 #include "tools/listing.h"
@@ -109,19 +109,17 @@ bool ComesBack(const LanguageSlot& saved, const LanguageSlot& loaded) {
 }
 
 /// Lines of a scenario that load the saved script and look for what it should hold.
-std::string Expectation(const std::string& path, const Json& saved, const std::string& place) {
+std::string Expectation(const std::filesystem::path& path, const Json& saved,
+                        const std::string& place) {
   std::string language = "none.dat";
   for (int i = 0; i < kLanguageCount; ++i) {
     if (IsOn(StringsMod.Slots[i].Loaded)) language = LanguageFileName(static_cast<Language>(i));
   }
+  const std::string folder = path.parent_path().filename().string() + "/";
   const Json::json_pointer pointer(place);
-  return "> press OK\n> click frmEditor.Command7\n"
-         R"(file open "${58}" "SCRIPT.DAT|SCRIPT.DAT")"
-         "\n> choose \"" +
-         path + "\"\n" + R"(file open "${59}" "<LANGUAGE>.DAT|*.dat")" + "\n> choose \"" +
-         JoinPath(GetPath(path), language) + "\"\n" +
-         (IsTr4() ? "" : "> click frmSelScript.Option2\n") +
-         "> click frmSelScript.Command1\nmodel " + place + " " +
+  return "> press OK\n@ include load.inc " + folder + path.filename().string() + " " + folder +
+         language + (IsTr4() ? "" : "\n> click frmSelScript.Option2") +
+         "\n> click frmSelScript.Command1\nmodel " + place + " " +
          (saved.contains(pointer) ? JsonLine(saved[pointer]) : "null");
 }
 

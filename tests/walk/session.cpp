@@ -80,15 +80,15 @@ class WalkInput : public std::streambuf {
     const std::size_t start = answer.rfind('\n') + 1;
     const std::string prompt = answer.substr(start);
     if (!line_.empty()) {
-      // A fault that must not come is left out, so that the scenario fails by it.
-      const bool usual = prompt == "ready";
+      const std::string told = prompt == "ready" ? answer.substr(0, start) : answer;
       try {
         checks_.After(answer.substr(0, start), prompt);
       } catch (const Finding& finding) {
-        if (finding.expectation != "ready") Note(answer.substr(0, usual ? start : answer.size()));
+        // A fault that must not come is left out, so that the scenario fails by it.
+        if (finding.expectation != "ready") Note(told);
         throw;
       }
-      Note(answer.substr(0, usual ? start : answer.size()));
+      Note(told);
     }
     const std::optional<std::string> next = source_(prompt);
     if (!next) return false;
@@ -114,9 +114,16 @@ class WalkInput : public std::streambuf {
   bool busy_ = false;
 };
 
+template <class Screen>
+void RunOn(Screen&& screen, const Source& source, const std::string& work) {
+  WalkInput input(source, screen.TheHands(), work);
+  screen.TheDriver().Run();
+  std::_Exit(EXIT_SUCCESS);
+}
+
 /// What happens in the process of its own.
-int PlayIn(const WalkSettings& settings, const std::string& work,
-           const std::vector<std::string>& preparation, const Source& source) {
+void PlayIn(const WalkSettings& settings, const std::string& work,
+            const std::vector<std::string>& preparation, const Source& source) {
   alarm(kMostSeconds);
   const int errors = open((work + "/" + kErrors).c_str(), O_WRONLY | O_CREAT, 0600);
   dup2(errors, STDERR_FILENO);
@@ -137,17 +144,10 @@ int PlayIn(const WalkSettings& settings, const std::string& work,
     const QApplication application(count, arguments);
     QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
     QApplication::setDoubleClickInterval(0);
-    WidgetScreen screen;
-    WalkInput input(source, screen.TheHands(), work);
-    screen.TheDriver().Run();
+    RunOn(WidgetScreen(), source, work);
   } else {
-    Hands hands;
-    Driver driver(hands);
-    const LogicalScreen screen(driver);
-    WalkInput input(source, hands, work);
-    driver.Run();
+    RunOn(LogicalScreen(), source, work);
   }
-  std::_Exit(EXIT_SUCCESS);
 }
 
 std::string WhatBroke(const std::string& work, int status) {

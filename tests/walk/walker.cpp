@@ -169,15 +169,12 @@ const Control* Walker::AnyReachable() {
   const auto add = [&](const Control* control) {
     if (!IsPlain(*control) && control->Reachable()) reachable.push_back(control);
   };
-  for (const Form* form : TheDesktop().ShownForms()) {
-    for (const Control* control : form->Controls()) add(control);
-  }
-  if (Chance(40)) {
+  if (Chance(32)) {
     for (const Control* control : Favourites()) add(control);
-    if (reachable.size() > Favourites().size() && Chance(80)) {
-      reachable.erase(reachable.begin(),
-                      reachable.end() - static_cast<std::ptrdiff_t>(
-                                            std::min(reachable.size(), Favourites().size())));
+  }
+  if (reachable.empty()) {
+    for (const Form* form : TheDesktop().ShownForms()) {
+      for (const Control* control : form->Controls()) add(control);
     }
   }
   if (reachable.empty()) return nullptr;
