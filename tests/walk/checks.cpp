@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
@@ -122,7 +123,7 @@ void Checks::After(const std::string& answer, const std::string& prompt) {
   boxed_ = boxed_ || prompt.starts_with("box");
   refused_ = answer.find("refused\n") != std::string::npos || answer.starts_with("error:");
   CheckFault();
-  CheckChanges();
+  CheckChanges(prompt == kReady);
   CheckBounds();
   CheckControls(prompt == kReady);
   if (prompt == kReady && !boxed_ && !refused_) CheckPanel();
@@ -152,7 +153,7 @@ void Checks::CheckFault() {
   }
 }
 
-void Checks::CheckChanges() {
+void Checks::CheckChanges(bool ready) {
   Json now = ListScript();
   if (now != model_) {
     const std::string_view paths = refused_ ? std::string_view() : RuleOf(act_).paths;
@@ -168,7 +169,24 @@ void Checks::CheckChanges() {
     }
   }
   CheckFlag(now);
+  if (ready && line_ == "press Yes") CheckDelete(now);
   model_ = std::move(now);
+}
+
+/// A delete that was confirmed, and met nothing, leaves one less.
+void Checks::CheckDelete(const Json& now) const {
+  static const std::map<std::string, std::string> counts = {
+      {"click frmEditor.cmdLevelDelete", "/NumLevels"},
+      {"click frmEditor.Command2", "/NumFileNames"},
+      {"click frmEditor.Command4", "@/CutCount"},
+      {"click frmEditor.Command14", "@/ObjectCount"}};
+  const auto count = counts.find(act_);
+  if (count == counts.end()) return;
+  const std::string place = WithLevel(count->second, level_);
+  const int left = model_[Json::json_pointer(place)].get<int>() - 1;
+  if (now[Json::json_pointer(place)] != left) {
+    throw Finding{act_ + " does not shorten its list", "model " + place + " " + Plain(left)};
+  }
 }
 
 void Checks::CheckFlag(const Json& now) const {
@@ -228,6 +246,9 @@ void Checks::Want(const Control& control, const char* member, const Json& value)
 /// Behind an act that ends in a refresh the panel shows the record, and nothing else.
 void Checks::CheckPanel() {
   const FrmEditor& form = frmEditor;
+  if (act_ == "click frmSelScript.Command1" && form.lstLevels.Count() != TRScript.NumLevels) {
+    throw Finding{"a load shows other levels", "# " + Plain(form.lstLevels.Count())};
+  }
   const int row = form.lstLevels.Row();
   const bool selects = Matches(act_, R"((select|key) frmEditor\.lstLevels .*)") && row != level_;
   const bool copies = Matches(act_, R"(click frmEditor\.(cmdAddLevel|Command2[0156]))");

@@ -31,8 +31,9 @@ class Checks {
   /// Listens to the faults that a person is told of.
   void HearFaults();
   void CheckFault();
-  void CheckChanges();
+  void CheckChanges(bool ready);
   void CheckFlag(const Json& now) const;
+  void CheckDelete(const Json& now) const;
   void CheckBounds();
   void CheckControls(bool ready);
   void CheckPanel();

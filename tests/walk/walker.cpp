@@ -94,6 +94,9 @@ std::string Walker::NextLine(const std::string& prompt) {
     if (levels.Row() < 0)
       return "select frmEditor.lstLevels " + std::to_string(Below(levels.Count()));
   }
+  if (frmEditor.lstObj.Row() >= 0 && frmEditor.Command14.Reachable() && Chance(15)) {
+    return "click frmEditor.Command14";
+  }
   const Form& front = *TheDesktop().ShownForms().back();
   if (&front != &frmEditor && &front != &frmSelScript && Chance(8)) return "close " + front.Name();
   if (Chance(3)) return RareAct();
