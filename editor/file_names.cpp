@@ -31,7 +31,7 @@ bool RefuseForLevels() {
   return true;
 }
 
-void Add() {
+void AddFileName() {
   if (RefuseForLevels()) return;
   const std::string answer =
       TheDesktop()
@@ -61,7 +61,7 @@ void RefuseName(const std::string& explanation) {
   TheDesktop().ShowError(TextOf(Entry::Error), "Nome file non valido" + explanation);
 }
 
-void Change() {
+void ChangeFileName() {
   const int row = frmEditor.lstFileNames.Row();
   if (row < 0) {
     ShowErrorEntry(Entry::NoFileNameSelected);
@@ -108,7 +108,7 @@ void Remove() {
   Refill({&list, &frmEditor.cmbFN});
 }
 
-void EraseAll() {
+void EraseAllFileNames() {
   if (!TheDesktop().AskYesNo("Eliminazione nomi file", "Eliminare tutti i nomi file?")) return;
   frmEditor.lstFileNames.Clear();
   frmEditor.lstFileNames.AddRow(TRScript.FileNames[0]);
@@ -118,8 +118,8 @@ void EraseAll() {
 }  // namespace
 
 void AttachFileNames() {
-  frmEditor.Command1.onPress = Add;
-  frmEditor.Command16.onPress = Change;
+  frmEditor.Command1.onPress = AddFileName;
+  frmEditor.Command16.onPress = ChangeFileName;
   frmEditor.Command2.onPress = Remove;
   frmEditor.lstFileNames.onKeyPress = [](Key key) {
     if (key.code == KeyCode::Delete) Remove();
@@ -129,7 +129,7 @@ void AttachFileNames() {
       TheDesktop().OpenPopup(frmEditor.popu2);
     }
   };
-  frmEditor.mnuEraseAllFiles.onChoose = EraseAll;
+  frmEditor.mnuEraseAllFiles.onChoose = EraseAllFileNames;
 }
 
 }  // namespace quillmark

@@ -16,7 +16,7 @@ void ShowCut(const CutEntry& cut) {
   frmEditor.lstCuts.AddRow({DecimalText(cut.Type), DecimalText(cut.Value)}, kFilmImage);
 }
 
-void Add() {
+void AddFilm() {
   if (SelectedLevel().CutCount == kMostCuts) {
     ShowErrorEntry(Entry::CutsceneListFull);
     return;
@@ -41,7 +41,7 @@ void Add() {
   frmEditor.Command4.SetEnabled(true);
 }
 
-void Delete() {
+void DeleteFilm() {
   ListView& list = frmEditor.lstCuts;
   const int row = list.SelectedRow();
   if (!AskQuestion(TextOf(Entry::DeleteCutsceneQuestion) + list.Cell(row, 1) + "?")) return;
@@ -71,8 +71,8 @@ void DisableCutDeleteWithoutCuts() {
 }
 
 void AttachFilmList() {
-  frmEditor.Command3.onPress = Add;
-  frmEditor.Command4.onPress = Delete;
+  frmEditor.Command3.onPress = AddFilm;
+  frmEditor.Command4.onPress = DeleteFilm;
 }
 
 }  // namespace quillmark

@@ -96,7 +96,7 @@ void Select() {
   DisableCutDeleteWithoutCuts();
 }
 
-void Add() {
+void AddEmptyLevel() {
   ListBox& list = frmEditor.lstLevels;
   if (TRScript.NumLevels == kMostLevels) {
     ShowErrorEntry(Entry::TooManyLevels);
@@ -179,7 +179,7 @@ void MousePress(MouseButton button) {
   }
 }
 
-void EraseAll() {
+void EraseAllLevels() {
   if (!TheDesktop().AskYesNo("Eliminazione livelli", "Eliminare tutti i livelli?")) return;
   frmEditor.lstLevels.Clear();
   frmEditor.lstLevels.AddRow(TextOf(Entry::TitleLevelRow));
@@ -219,13 +219,13 @@ void MoveDown() {
   ChangePlaces(row + 1);
 }
 
-void Copy() {
+void CopySelectedLevel() {
   CopyLevel(SelectedLevel(), EditorMod.ClipboardLevel);
   EditorMod.ClipboardFull = kOn;
   Update3();
 }
 
-void Paste() {
+void PasteCopiedLevel() {
   if (!IsOn(EditorMod.ClipboardFull)) {
     ShowErrorEntry(Entry::LevelClipboardEmpty);
     return;
@@ -245,14 +245,14 @@ void AttachLevelList() {
   frmEditor.lstLevels.onSelect = Select;
   frmEditor.lstLevels.onKeyPress = KeyPress;
   frmEditor.lstLevels.onMousePress = MousePress;
-  frmEditor.cmdAddLevel.onPress = Add;
+  frmEditor.cmdAddLevel.onPress = AddEmptyLevel;
   frmEditor.Command19.onPress = Insert;
   frmEditor.cmdLevelDelete.onPress = [] { DeleteSelected(); };
   frmEditor.Command20.onPress = MoveUp;
   frmEditor.Command21.onPress = MoveDown;
-  frmEditor.Command25.onPress = Copy;
-  frmEditor.Command26.onPress = Paste;
-  frmEditor.mnuEraseAll.onChoose = EraseAll;
+  frmEditor.Command25.onPress = CopySelectedLevel;
+  frmEditor.Command26.onPress = PasteCopiedLevel;
+  frmEditor.mnuEraseAll.onChoose = EraseAllLevels;
 }
 
 }  // namespace quillmark

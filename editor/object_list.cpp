@@ -75,7 +75,7 @@ LevelObject& FreePlace(LevelRecord& level) {
   return level.Objects[level.ObjectCount];
 }
 
-void Add() {
+void AddObject() {
   LevelRecord& level = SelectedLevel();
   ReadPanel(FreePlace(level));
   ++level.ObjectCount;
@@ -87,7 +87,7 @@ void Add() {
 }
 
 // Kept as it is: only the row is changed, and the combo text of a kind that has none stays in it.
-void Change() {
+void ChangeObject() {
   LevelRecord& level = SelectedLevel();
   LevelObject& object = level.Objects[SelectedObject()];
   ReadPanel(object);
@@ -101,7 +101,7 @@ void Change() {
   list.SetCell(row, kNameColumn, frmEditor.cmbString.Text());
 }
 
-void Delete() {
+void DeleteObject() {
   const ListView& list = frmEditor.lstObj;
   const int row = list.SelectedRow();
   if (!AskQuestion(TextOf(Entry::DeleteObjectQuestion) + list.Cell(row, kKindColumn) + " #" +
@@ -124,14 +124,14 @@ void Delete() {
   Update3();
 }
 
-void Copy() {
+void CopyObject() {
   LevelObject copied;
   ReadCommonFields(copied);
   copied.Combo = frmEditor.cmbCombo.Row() + 1;
   EditorMod.ObjectClip = copied;
 }
 
-void Paste() {
+void PasteObject() {
   LevelRecord& level = SelectedLevel();
   FreePlace(level) = EditorMod.ObjectClip;
   ++level.ObjectCount;
@@ -209,11 +209,11 @@ void AttachObjectList() {
   };
   frmEditor.lstObj.onItemClick = LoadPanel;
   frmEditor.lstObj.onClick = [] { frmEditor.Command12.SetEnabled(true); };
-  frmEditor.Command5.onPress = Add;
-  frmEditor.Command12.onPress = Change;
-  frmEditor.Command14.onPress = Delete;
-  frmEditor.Command17.onPress = Copy;
-  frmEditor.Command18.onPress = Paste;
+  frmEditor.Command5.onPress = AddObject;
+  frmEditor.Command12.onPress = ChangeObject;
+  frmEditor.Command14.onPress = DeleteObject;
+  frmEditor.Command17.onPress = CopyObject;
+  frmEditor.Command18.onPress = PasteObject;
   frmEditor.txtFind.onChange = Find;
 }
 

@@ -15,7 +15,7 @@ std::string ExtensionField(std::string text) {
   return text;
 }
 
-void LoadDialog() {
+void LoadExtensions() {
   ApplyTexts(frmEx);
   const auto fields = ShownExtensions(TRScript);
   for (std::size_t box = 0; box < fields.size(); ++box) {
@@ -26,7 +26,7 @@ void LoadDialog() {
   }
 }
 
-void Accept() {
+void AcceptExtensions() {
   const auto fields = ShownExtensions(TRScript);
   for (std::size_t box = 0; box < fields.size(); ++box) {
     *fields[box] = ExtensionField("." + frmEx.txtExtensions[box].Text() + '\0');
@@ -37,8 +37,8 @@ void Accept() {
 }  // namespace
 
 void AttachExtensionsDialog() {
-  frmEx.onLoad = LoadDialog;
-  frmEx.Command1.onPress = Accept;
+  frmEx.onLoad = LoadExtensions;
+  frmEx.Command1.onPress = AcceptExtensions;
   frmEx.Command2.onPress = [] { frmEx.Unload(); };
   frmEditor.Command13.onPress = [] { frmEx.ShowModal(); };
 }

@@ -15,7 +15,7 @@ FixedArray<Tr5Item, kTr5ItemPlaces> Tr5Items;
 
 namespace {
 
-constexpr int kNumber = 1;
+constexpr int kItemsNumber = 1;
 constexpr std::size_t kIdLength = 3;
 constexpr std::size_t kNameStart = 4;
 
@@ -33,9 +33,9 @@ void TakeItem(const std::string& field, Tr5Item& item) {
 void LoadTr5Items() {
   LogWrite("Loading TR5 items external file");
   Files.CloseFiles();
-  Files.OpenInput(kNumber, ProgramPath("tr5items.h"));
+  Files.OpenInput(kItemsNumber, ProgramPath("tr5items.h"));
   // Kept as it is: the place never moves on, so the last item of the file stands alone at 0.
-  while (!Files.EndOfFile(kNumber)) TakeItem(Files.ReadField(kNumber), Tr5Items[0]);
+  while (!Files.EndOfFile(kItemsNumber)) TakeItem(Files.ReadField(kItemsNumber), Tr5Items[0]);
   Files.CloseFiles();
 }
 

@@ -29,7 +29,7 @@ void ListEntries() {
   Files.Close(kNamesNumber);
 }
 
-void LoadDialog() {
+void LoadLanguageEditor() {
   frmLangEditor.Text1.SetText(Settings.InterfaceFile);
   // So that the name is in sight and not the blanks behind it.
   frmLangEditor.Text1.SelectText(0, 0);
@@ -80,7 +80,7 @@ void ChooseFile() {
 }  // namespace
 
 void AttachLanguageEditor() {
-  frmLangEditor.onLoad = LoadDialog;
+  frmLangEditor.onLoad = LoadLanguageEditor;
   frmLangEditor.l.onItemClick = ShowTranslation;
   frmLangEditor.txtString.onChange = TakeTranslation;
   frmLangEditor.Command1.onPress = [] { UnlessCancelled(ChooseFile); };

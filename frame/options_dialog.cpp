@@ -22,7 +22,7 @@ void ShowRefusal(Entry entry) {
   TheDesktop().ShowError(InterfaceNames[0], TextOf(entry));
 }
 
-void LoadDialog() {
+void LoadOptions() {
   CenterForm(frmOptions);
   ApplyTexts(frmOptions);
   const auto flags = static_cast<std::uint16_t>(TRScript.ScriptFlags.value());
@@ -33,7 +33,7 @@ void LoadDialog() {
   frmOptions.txtSec.SetText(std::to_string(TRScript.ScriptSecurity.value()));
 }
 
-void Accept() {
+void AcceptOptions() {
   const auto frameRate = NumberOf(frmOptions.txtFrameRate.Text());
   if (!frameRate) {
     ShowRefusal(Entry::BadFramerate);
@@ -59,8 +59,8 @@ void Accept() {
 }  // namespace
 
 void AttachOptionsDialog() {
-  frmOptions.onLoad = LoadDialog;
-  frmOptions.Command2.onPress = Accept;
+  frmOptions.onLoad = LoadOptions;
+  frmOptions.Command2.onPress = AcceptOptions;
   frmOptions.Command1.onPress = [] { frmOptions.Unload(); };
   frmEditor.Command11.onPress = [] { frmOptions.ShowModal(); };
 }

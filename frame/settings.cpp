@@ -14,7 +14,7 @@ SettingsRecord Settings;
 
 namespace {
 
-constexpr int kNumber = 1;
+constexpr int kSettingsNumber = 1;
 /// The log may still hold number 6 while the language editor stores the interface file.
 constexpr int kStoreNumber = 7;
 
@@ -79,22 +79,22 @@ bool HeadIsValid() {
 }
 
 void WriteVersion() {
-  for (const std::uint8_t part : kVersion) Files.WriteByte(kNumber, part);
+  for (const std::uint8_t part : kVersion) Files.WriteByte(kSettingsNumber, part);
 }
 
 /// Each part is compared by itself, so a program 2.0 refuses a file of version 1.5.
 bool ReadLaterVersion() {
   for (const std::uint8_t part : kVersion) {
-    if (Files.ReadByte(kNumber) > part) return true;
+    if (Files.ReadByte(kSettingsNumber) > part) return true;
   }
   return false;
 }
 
 void BuildNewFile() {
-  Files.OpenBinary(kNumber, SettingsPath());
+  Files.OpenBinary(kSettingsNumber, SettingsPath());
   LogWrite("Building new settings file");
   FillHead();
-  WalkRecord(Settings, Writer{kNumber});
+  WalkRecord(Settings, Writer{kSettingsNumber});
   WriteVersion();
   // Kept as it is: the name comes into memory only now, so the file holds zeros until the program
   // ends.
@@ -105,13 +105,13 @@ void Recover() {
   ShowErrorEntry(Entry::SettingsReplaced);
   Files.CloseFiles();
   EraseFile(SettingsPath());
-  Files.OpenBinary(kNumber, SettingsPath());
+  Files.OpenBinary(kSettingsNumber, SettingsPath());
   FillHead();
   SetInterfaceFile(kDefaultInterfaceFile);
   // Kept as it is: the version stands in front of the name here; the program's end mends the order.
-  WalkHead(Settings, Writer{kNumber});
+  WalkHead(Settings, Writer{kSettingsNumber});
   WriteVersion();
-  Files.WriteText(kNumber, Settings.InterfaceFile);
+  Files.WriteText(kSettingsNumber, Settings.InterfaceFile);
 }
 
 /// False if the file can't be used.
@@ -121,8 +121,8 @@ bool ReadFile() {
     return false;
   }
   LogWrite("Loading settings");
-  Files.OpenBinary(kNumber, SettingsPath());
-  WalkRecord(Settings, Reader{kNumber});
+  Files.OpenBinary(kSettingsNumber, SettingsPath());
+  WalkRecord(Settings, Reader{kSettingsNumber});
   if (ReadLaterVersion()) {
     ShowErrorEntry(Entry::SettingsLaterVersion);
     return false;
@@ -141,9 +141,9 @@ void LoadSettings() {
 }
 
 void SaveSettings() {
-  Files.OpenBinary(kNumber, SettingsPath());
+  Files.OpenBinary(kSettingsNumber, SettingsPath());
   FillHead();
-  WalkRecord(Settings, Writer{kNumber});
+  WalkRecord(Settings, Writer{kSettingsNumber});
   WriteVersion();
   SetInterfaceFile(kDefaultInterfaceFile);
 }

@@ -17,12 +17,12 @@ void AddStrings(std::initializer_list<TextRows*> controls) {
   }
 }
 
-void LoadForm() {
+void LoadOldEditor() {
   CenterForm(frmStrings);
   frmStrings.lstStringsText.clear();
 }
 
-void ShowRow() {
+void ShowOldRow() {
   frmStrings.txtString.SetText(frmStrings.lstStrings.Text());
   frmStrings.lstStringsText = std::to_string(frmStrings.lstStrings.Row());
 }
@@ -62,9 +62,9 @@ void AttachLetter(Button& button, char letter) {
 }  // namespace
 
 void AttachOldStringEditor() {
-  frmStrings.onLoad = LoadForm;
+  frmStrings.onLoad = LoadOldEditor;
   frmStrings.onShow = [] { frmStrings.lstStrings.Select(0); };
-  frmStrings.lstStrings.onSelect = ShowRow;
+  frmStrings.lstStrings.onSelect = ShowOldRow;
   frmStrings.Command1.onPress = Apply;
   frmStrings.Command2.onPress = Accept;
   frmStrings.Command3.onPress = [] { frmStrings.Unload(); };

@@ -7,7 +7,7 @@
 namespace quillmark {
 namespace {
 
-void LoadForm() {
+void LoadSearch() {
   ApplyTexts(fss);
   for (int i = 0; i < StringsMod.NumStrings; ++i) fss.l.AddRow(StringsMod.StringPool[i]);
 }
@@ -44,7 +44,7 @@ void Find(const LevelPanel& panel) {
 }  // namespace
 
 void AttachStringSearch(const LevelPanel& panel) {
-  fss.onLoad = LoadForm;
+  fss.onLoad = LoadSearch;
   fss.l.onSelect = TakeRow;
   fss.txtFind.onChange = [panel] { Find(panel); };
   frmEditor.Command32.onPress = Open;

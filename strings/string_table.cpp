@@ -45,14 +45,14 @@ void ListStrings() {
   }
 }
 
-void LoadForm() {
+void LoadTable() {
   ApplyTexts(Form2);
   ShowLanguages();
   ListStrings();
   StringsMod.Copies = StringsMod.Slots;
 }
 
-void ShowRow() {
+void ShowTableRow() {
   // Kept as it is: the last box, of JAPAN, is passed over and keeps what it holds.
   const int row = Form2.ListView1.SelectedRow();
   for (std::size_t box = 0; box + 1 < kLanguages.size(); ++box) {
@@ -109,8 +109,8 @@ void OpenFromMainForm() {
 }  // namespace
 
 void AttachStringTable(const LevelPanel& panel) {
-  Form2.onLoad = LoadForm;
-  Form2.ListView1.onItemClick = ShowRow;
+  Form2.onLoad = LoadTable;
+  Form2.ListView1.onItemClick = ShowTableRow;
   for (std::size_t box = 0; box < kLanguages.size(); ++box) {
     Form2.txtString[box].onChange = [box] { TakeTexts(box); };
     Form2.txtString[box].onKeyPress = StoredLetter;

@@ -136,9 +136,11 @@ Routine Next(const char* name) {
     return Strikes(kind, #name, where) ? Failure<result>(failed) : next arguments; \
   }
 
+using Descriptor = int;
+
 #define FAILING_OPEN(name, where, parameters, arguments)                               \
-  STANDS_BEFORE(int, name, parameters) {                                               \
-    using Routine = int parameters;                                                    \
+  STANDS_BEFORE(Descriptor, name, parameters) {                                        \
+    using Routine = Descriptor parameters;                                             \
     static const auto next = Next<Routine*>(#name);                                    \
     std::va_list rest;                                                                 \
     va_start(rest, flags);                                                             \

@@ -40,16 +40,28 @@ Json FieldToJson(const Record& record, const NumberField<Record>& field) {
   }
 }
 
+/// An object with room for so many members: one that grows copies all that it holds.
+Json ObjectFor(std::size_t members) {
+  Json object = Json::object();
+  object.get_ref<Json::object_t&>().reserve(members);
+  return object;
+}
+
+/// Adds a member of a name that is not there yet, without looking for it.
+void Append(Json& object, std::string_view name, Json member) {
+  object.get_ref<Json::object_t&>().emplace_back(name, std::move(member));
+}
+
 template <class Record>
 void PutFields(const ScriptValue& value, const Record& record, Json& object) {
   for (const NumberField<Record>& field : FieldsOf(record)) {
     if (!HasField(value.model.ScriptKind, field.games)) continue;
     const std::int64_t number = field.get(record, 0);
     if (field.meaning == Meaning::Combo && number == 0) continue;
-    object[std::string(field.name)] = FieldToJson(record, field);
+    Append(object, field.name, FieldToJson(record, field));
     const bool named = field.meaning == Meaning::FileName ||
                        (field.meaning == Meaning::String && !LoadedLanguages(value).empty());
-    if (named) object[CommentName(field.name)] = ReferenceText(value, field.meaning, number);
+    if (named) Append(object, CommentName(field.name), ReferenceText(value, field.meaning, number));
   }
 }
 
@@ -58,19 +70,21 @@ Json RecordToJson(const ScriptValue& value, const Record& record) {
   if constexpr (std::is_same_v<Record, Int16>) {
     return FieldToJson(record, FieldsOf(record).front());
   } else {
-    Json object = Json::object();
+    Json object = ObjectFor(FieldsOf(record).size() + 1);  // and a text beside one of them
     PutFields(value, record, object);
     return object;
   }
 }
 
 Json LevelToJson(const ScriptValue& value, const LevelRecord& level) {
-  Json object = RecordToJson(value, level);
+  constexpr std::size_t kTextsAndLists = 7;
+  Json object = ObjectFor(FieldsOf(level).size() + kTextsAndLists);
+  PutFields(value, level, object);
   WithEachList(level, [&](const char* name, Games games, const auto& count, const auto& entries) {
     if (!HasField(value.model.ScriptKind, games)) return;
     Json list = Json::array();
     for (const auto& entry : entries.First(count)) list.push_back(RecordToJson(value, entry));
-    object[name] = std::move(list);
+    Append(object, name, std::move(list));
   });
   return object;
 }

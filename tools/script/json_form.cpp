@@ -39,10 +39,7 @@ void AppendValue(std::string& text, const Json& value, std::string_view name, st
   std::size_t left = value.size();
   for (const auto& [key, member] : value.items()) {
     text += indent;
-    if (!list) {
-      AppendLine(text, key);
-      text += ": ";
-    }
+    if (!list) text.append("\"").append(key).append("\": ");  // names of ours, which need no escape
     AppendValue(text, member, list ? "" : key, depth + 1);
     text += --left > 0 ? ",\n" : "\n";
   }
@@ -63,20 +60,18 @@ std::string JsonDocument(const Json& value) {
   AppendValue(plain, value, "", 0);
   std::string text;
   text.reserve(plain.size());
+  std::size_t done = 0;
   for (std::size_t at = 0; at < plain.size(); ++at) {
     const unsigned byte = static_cast<unsigned char>(plain[at]);
+    if (byte != 0x7F && byte != 0xC2) continue;
     const unsigned next = at + 1 < plain.size() ? static_cast<unsigned char>(plain[at + 1]) : 0;
-    const bool twoByteControl = byte == 0xC2 && next < 0xA0;
-    if (byte != 0x7F && !twoByteControl) {
-      text += plain[at];
-      continue;
-    }
-    const unsigned control = twoByteControl ? next : byte;
-    text += "\\u00";
+    if (byte == 0xC2 && next >= 0xA0) continue;
+    const unsigned control = byte == 0xC2 ? next : byte;
+    text.append(plain, done, at - done) += "\\u00";
     text += {kHexDigits[control >> 4U], kHexDigits[control & 0xFU]};
-    at += twoByteControl ? 1 : 0;
+    done = at + (byte == 0xC2 ? 2 : 1);
   }
-  return text += '\n';
+  return text.append(plain, done) += '\n';
 }
 
 Json FindingToJson(const Finding& finding) {
