@@ -7,7 +7,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-const std::string kObject = R"({"text":"25","row":-1,"rows":["a",{"b":1}],"in":{"x":1,"y":2}})";
+const std::string kAnswer = R"({"text":"25","row":-1,"rows":["a",{"b":1}],"in":{"x":1,"y":2}})";
 
 TEST(Expectation, LetsTheSameAnswerPass) {
   const std::vector<std::pair<Lines, Lines>> cases = {
@@ -15,9 +15,9 @@ TEST(Expectation, LetsTheSameAnswerPass) {
       {{"refused"}, {"refused", "ready"}},
       {{"box none OK \"\" \"\""}, {"box none OK \"\" \"\""}},
       {{R"(["a", 1])"}, {R"(["a",1])", "ready"}},
-      {{R"({"row": -1, "in": {"y": 2}})", "/in/x 1", "/in {\"x\": 1}"}, {kObject, "ready"}},
-      {{R"({"rows": {"0": "a", "1": {"b": 1}}})"}, {kObject, "ready"}},
-      {{"/rows/1/b 1", "/text \"25\"", "ready"}, {kObject, "ready"}},
+      {{R"({"row": -1, "in": {"y": 2}})", "/in/x 1", "/in {\"x\": 1}"}, {kAnswer, "ready"}},
+      {{R"({"rows": {"0": "a", "1": {"b": 1}}})"}, {kAnswer, "ready"}},
+      {{"/rows/1/b 1", "/text \"25\"", "ready"}, {kAnswer, "ready"}},
   };
   for (const auto& [expected, answer] : cases) EXPECT_NO_THROW(CheckAnswer(expected, answer));
 }
@@ -29,13 +29,13 @@ TEST(Expectation, ReportsEveryDifference) {
       {{"refused"}, {"ready"}},
       {{"ready", "ready"}, {"ready"}},
       {{"refused"}, {"refused", "box none OK \"\" \"\""}},
-      {{R"({"row": 1})"}, {kObject, "ready"}},
-      {{R"({"column": 1})"}, {kObject, "ready"}},
-      {{R"({"rows": ["a"]})"}, {kObject, "ready"}},
-      {{R"({"rows": {"2": "a"}})"}, {kObject, "ready"}},
+      {{R"({"row": 1})"}, {kAnswer, "ready"}},
+      {{R"({"column": 1})"}, {kAnswer, "ready"}},
+      {{R"({"rows": ["a"]})"}, {kAnswer, "ready"}},
+      {{R"({"rows": {"2": "a"}})"}, {kAnswer, "ready"}},
       {{R"(["a"])"}, {R"(["a","b"])", "ready"}},
-      {{"/in/z 1"}, {kObject, "ready"}},
-      {{"/in/x 2"}, {kObject, "ready"}},
+      {{"/in/z 1"}, {kAnswer, "ready"}},
+      {{"/in/x 2"}, {kAnswer, "ready"}},
       {{"/in/x 1"}, {"refused", "ready"}},
   };
   for (const auto& [expected, answer] : cases) {
