@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
@@ -28,6 +29,11 @@ inline constexpr int kRawPlaces = 1025;
 inline constexpr int kTablePlaces = 256;
 inline constexpr int kLanguageNameCount = 8;  ///< entries of `LanguageNames` that a script uses
 inline constexpr std::size_t kExtensionLength = 5;
+
+/// What `LanguageNames` of a new script say.
+inline constexpr std::array<std::string_view, kLanguageNameCount> kUsualLanguageNames = {
+    "ENGLISH.DAT", "FRENCH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
+    "SPANISH.DAT", "US.DAT",     "JAPAN.DAT",  "DUTCH.DAT"};
 
 /// Kinds of objects, in the order of the flat list after a load.
 enum class ObjectKind { Puzzle, Key, Pickup, PuzzleCombo, KeyCombo, PickupCombo, Examine };

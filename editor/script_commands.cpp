@@ -297,10 +297,8 @@ void EmptyModel() {
 }
 
 void NameLanguages() {
-  constexpr std::array<std::string_view, kLanguageNameCount> kNames = {
-      "ENGLISH.DAT", "FRENCH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
-      "SPANISH.DAT", "US.DAT",     "JAPAN.DAT",  "DUTCH.DAT"};
-  for (std::size_t i = 0; i < kNames.size(); ++i) TRScript.LanguageNames[i] = kNames[i];
+  std::size_t place = 0;
+  for (const std::string_view name : kUsualLanguageNames) TRScript.LanguageNames[place++] = name;
 }
 
 void NewSteps() {

@@ -12,9 +12,6 @@
 namespace quillmark {
 namespace {
 
-constexpr std::array<std::string_view, kLanguageNameCount> kUsualLanguageNames = {
-    "ENGLISH.DAT", "FRENCH.DAT", "GERMAN.DAT", "ITALIAN.DAT",
-    "SPANISH.DAT", "US.DAT",     "JAPAN.DAT",  "DUTCH.DAT"};
 constexpr std::size_t kMostFindings = 50'000;
 
 /// What a member that shows a reference's text said, to be looked at when all texts are known.
