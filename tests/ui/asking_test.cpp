@@ -18,6 +18,7 @@
 #include <QUrl>
 
 #include "controls/desktop.h"
+#include "editor/editor_form.h"
 #include "forms/editor_controls.h"
 #include "platform/ansi.h"
 #include "ui/qt_screen.h"
@@ -48,10 +49,12 @@ class Reader : public QtScreen {
   }
 };
 
-TEST(Boxes, StandOnNoBeforeSomethingGoes) {
+TEST(Boxes, StandOnNoBeforeSomethingGoesAndCancelByTheirFrame) {
   Reader screen;
   TheDesktop().AskYesNo("Title", "All?");
   EXPECT_EQ(screen.standsOn, QStringLiteral("No"));
+  const Message box = {BoxIcon::None, {BoxButton::Yes, BoxButton::No, BoxButton::Cancel}, "", ""};
+  EXPECT_EQ(TheDesktop().Ask(box), BoxButton::Cancel);
 }
 
 TEST(FileDialogs, ShowPathsWithAllTheirLetters) {
@@ -90,6 +93,10 @@ TEST(FileDialogs, RememberTheFolderOfTheirKind) {
     EXPECT_EQ(screen.start, folder.filePath(QStringLiteral("deeper")));
     TheDesktop().AskFile({.save = true, .filter = open.filter, .proposed = "/there/SCRIPT.DAT"});
     EXPECT_EQ(screen.start, QStringLiteral("/there/SCRIPT.DAT"));
+    script.close();
+    screen.file = QDir::toNativeSeparators(script.fileName());
+    for (int save = 1; save <= 2; ++save) SaveScriptProc();
+    EXPECT_EQ(screen.start, screen.file) << "where the first one went";
   }
   QDir::setCurrent(before);
 }
@@ -165,6 +172,11 @@ TEST(Drops, BringOneFileToTheWindowAndNoPathIntoABox) {
   QApplication::sendEvent(&window, &drop);
   QCoreApplication::processEvents();
   EXPECT_EQ(dropped, QDir::toNativeSeparators(file.toLocalFile()).toStdString());
+  AttachScriptCommands();
+  EXPECT_FALSE(frmEditor.DropFile("/there/ENGLISH.DAT"));
+  EXPECT_TRUE(frmEditor.DropFile("/there/script.dat"));
+  EXPECT_EQ(screen.start, QStringLiteral("/there/script.dat")) << "the load asks for it";
+  frmEditor.wantsFile = nullptr;
   frmEditor.onFileDropped = nullptr;
 }
 

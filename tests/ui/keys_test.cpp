@@ -17,6 +17,7 @@
 #include "driver/running_program.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
+#include "forms/string_forms.h"
 #include "ui/access_keys.h"
 
 namespace quillmark {
@@ -119,6 +120,19 @@ TEST(Keys, ReleaseAnAccessKeyInTheBoxThatItReached) {
   EXPECT_EQ(frmEditor.Focus(), &frmEditor.txtTrack);
   QTest::keyRelease(program.screen.WidgetOf(frmEditor.txtTrack), letter, Qt::AltModifier);
   EXPECT_EQ(released.size(), 2U) << "the letter and Alt";
+}
+
+TEST(Keys, AreReplacedThoughTheyAreTypedWithAltGr) {
+  RunningProgram program;
+  Form2.Show();
+  TextBox& box = Form2.txtString[0];
+  box.onChange = nullptr;  // which needs a row
+  box.SetEnabled(true);
+  program.Settle();
+  QKeyEvent event(QEvent::KeyPress, Qt::Key_Egrave, Qt::ControlModifier | Qt::AltModifier,
+                  "\u00E8");
+  QApplication::sendEvent(program.screen.WidgetOf(box), &event);
+  EXPECT_EQ(box.Text(), "\x8A");
 }
 
 /// What a screen reader does to a widget: no key and no button takes part in it.

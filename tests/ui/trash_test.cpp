@@ -39,12 +39,13 @@ class TrashTest : public testing::Test {
 
 TEST_F(TrashTest, KeepsFilesOfOneNameApartWithTheirRecords) {
   EXPECT_TRUE(Discard("first"));
+  const fs::path trash = data_ / "Trash";
+  std::ofstream(trash / "files/a % b.old.2") << "without a record";
   EXPECT_TRUE(Discard("second"));
   EXPECT_FALSE(fs::exists(old_));
-  const fs::path trash = data_ / "Trash";
   EXPECT_EQ(ContentOf(trash / "files/a % b.old"), "first");
-  EXPECT_EQ(ContentOf(trash / "files/a % b.old.2"), "second");
-  for (const char* name : {"info/a % b.old.trashinfo", "info/a % b.old.2.trashinfo"}) {
+  EXPECT_EQ(ContentOf(trash / "files/a % b.old.3"), "second");
+  for (const char* name : {"info/a % b.old.trashinfo", "info/a % b.old.3.trashinfo"}) {
     const std::string record = ContentOf(trash / name);
     const std::string start =
         "[Trash Info]\nPath=" + root_.string() + "/a%20%25%20b.old\nDeletionDate=20";

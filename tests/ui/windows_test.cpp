@@ -171,6 +171,20 @@ TEST(Combos, KeepTheirRowUnderTheWheelAndOpenAsWideAsTheirRows) {
   combo.hidePopup();
 }
 
+TEST(ColourSwatches, ShowThreeBytes) {
+  WidgetScreen screen;
+  frmEditor.Show();
+  frmEditor.Frame3.SetEnabled(true);
+  const auto colourOf = [&](const char* text) {
+    for (TextBox* box : frmEditor.txtLayer1.All()) box->SetText(text);
+    screen.Refresh();
+    auto* const swatch = screen.WindowOf(frmEditor).findChild<QWidget*>("swatchLayer1");
+    return swatch->grab().toImage().pixelColor(swatch->rect().center());
+  };
+  EXPECT_EQ(colourOf("255"), QColor(Qt::white));
+  EXPECT_NE(colourOf("256"), QColor(Qt::white));
+}
+
 class Windows : public testing::TestWithParam<const char*> {};
 
 TEST(Dialogs, KeepTheirSizeWithinARun) {

@@ -244,6 +244,7 @@ TEST_F(CoreTest, FindsStringsWhateverTheirLetterCase) {
   StringsMod.StringPool[0] = "\xD7 \xF7";
   StringsMod.StringPool[1] = "\xC9t\xE9 \x9E\xFF";
   EXPECT_EQ(FindPoolString("\xE9T\xC9 \x8E\x9F"), 1);
+  EXPECT_EQ(FindPoolString("\xD7"), 0);
   EXPECT_EQ(FindPoolString("\xF7"), -1) << "a division sign is no small multiplication sign";
 }
 

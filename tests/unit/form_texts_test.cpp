@@ -9,8 +9,10 @@
 #include "controls/desktop.h"
 #include "controls/form.h"
 #include "forms/apply_texts.h"
+#include "forms/fault_texts.h"
 #include "forms/interface_texts.h"
 #include "frame/interface_table.h"
+#include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "unit/core_fixture.h"
 
@@ -118,6 +120,11 @@ TEST(FormTextsTest, EachEntryGoesToItsPlacesAndNoOther) {
   EXPECT_EQ(shown, ExpectedTexts());
   InterfaceTable = {};
   TheDesktop().Reset();
+}
+
+TEST(FormTextsTest, AFaultNamesItsPathInTheCodePage) {
+  const Fault fault(FaultKind::File, "", "/\u00E8");
+  EXPECT_TRUE(TellFault("", fault, false).text.ends_with("/\xE8"));
 }
 
 TEST_F(CoreTest, ReadsTheInterfaceTable) {

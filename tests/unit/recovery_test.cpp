@@ -2,9 +2,12 @@
 
 #include "frame/recovery.h"
 
+#include <ctime>
 #include <filesystem>
+#include <iomanip>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <utility>
 
 #include "bench/largest_script.h"
@@ -153,7 +156,7 @@ TEST_F(RecoveryTest, AScriptThatNoSaveCouldWriteLosesOnlyWhatHasNoRoom) {
   // All levels together are too long, and so are the names; and a load that was broken off.
   FillLargestScript(kTr5, kMostLevels);
   fill(TRScript.Levels[254], {ObjectKind::Puzzle, ObjectKind::Key}, 13);
-  TRScript.FileNames[254].insert(0, "more");
+  TRScript.FileNames[253].insert(0, TRScript.FileNames[254]);  // up to the very last byte
   ASSERT_EQ(Loading(CopyOfScript(TRScript).bytes, kTr5), "true");
   EXPECT_EQ(int{TRScript.NumLevels}, 254);
   EXPECT_EQ(int{TRScript.NumFileNames}, 254);
@@ -245,6 +248,10 @@ TEST_F(RecoveryTest, TenStayAndWhateverTheUserTouched) {
   const std::vector<FileCopy> files = {{.name = "SCRIPT.DAT", .bytes = "one"}};
   PutIntoRecoveryFolder(files);
   const fs::path made = Copies().at(0);
+  std::tm named{};
+  std::istringstream(made.filename().string()) >> std::get_time(&named, "%Y-%m-%d %H.%M.%S");
+  named.tm_isdst = -1;
+  EXPECT_NEAR(std::difftime(std::time(nullptr), std::mktime(&named)), 0, 30);
   const auto copyTo = [&](const std::string& name) {
     fs::copy(made, Path("recovered/" + name));
     return Path("recovered/" + name);

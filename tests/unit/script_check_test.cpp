@@ -141,7 +141,7 @@ TEST_F(ScriptCheckTest, FindsWhatIsWrongWithTheLanguages) {
   for (const auto& [strings, expected] : std::initializer_list<Case>{
            {{one, two},
             "string-missing /Levels/1/NameString\nstring-counts-differ /Languages/GERMAN\n"},
-           {{one, two, two + Zeros(2)},
+           {{one, two, two + Zeros(1)},
             "string-zeros " + german + "2\nstrings-differ-in-tail " + german + "2\n"},
            {{one, two, two + "old"},
             "string-tail " + german + "2\nstrings-differ-in-tail " + german + "2\n"},
@@ -211,6 +211,8 @@ TEST_F(ScriptCheckTest, TablesAreRefusedWithEveryCellThatCanNotBeStored) {
            {head + "0,1," + std::string(32764, 'x') + ",C\n1,1,yy,\n",
             "over-limit row 3, ENGLISH\n"},
            {head + "0,1," + std::string(32764, 'x') + ",C\n1,1,y,\n", "ENGLISH.DAT\n"},
+           {head + "0,1," + std::string(32768, 'x') + ",C\n1,1,y,\n",
+            "over-limit row 2, ENGLISH\n"},
            {"", "no-table \n"}}) {
     EXPECT_EQ(Taken(value, table), expected) << table.substr(0, 80);
   }

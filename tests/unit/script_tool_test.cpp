@@ -177,6 +177,7 @@ TEST_F(ScriptToolTest, NamesEachThingThatCanNotBeBuilt) {
            {"PuzzleCombo", "Puzzel",
             "unknown-word /Levels/1/Objects/0/Kind\nno-such-object /Levels/1/Objects/0\n"},
            {"1, -1, 2", "1, 2", "wrong-type /Levels/1/Objects/0/Params\n"},
+           {"1, -1, 2", "1, -1, 0, 2", "wrong-type /Levels/1/Objects/0/Params\n"},
            {"1, -1, 2", "1, -1, 1.5", "wrong-type /Levels/1/Objects/0/Params/2\n"},
            {"1, -1, 2", "1, -1, 18446744073709551615",
             "out-of-range /Levels/1/Objects/0/Params/2\n"},
@@ -295,14 +296,21 @@ TEST_F(ScriptToolTest, ComparesLevelsByTheirFilesAndListsByWhatTheyShare) {
   ++level.ObjectCount;
   level.Objects[0] = {};
   level.Objects[0].Id = 8;
+  model.FileNames[0] = "A";
   second.languages[0].Strings.Set(3, std::string("A\nB\0", 4));
   std::string told;
+  int moved = 0;
   for (const Difference& one : Differences(first, Rewritten(second, "second"))) {
-    if (one.name == "Number") continue;
+    if (one.name == "Number") {
+      moved += std::stoi(*one.first) - std::stoi(*one.second);
+      continue;
+    }
     told += one.part + '|' + one.name + '|' + one.first.value_or("") + '|' +
             one.second.value_or("") + '\n';
   }
+  EXPECT_EQ(moved, model.NumLevels - 1) << "each by one";
   EXPECT_EQ(told,
+            "Script|FileNames 0|DATA\\TITLE|\nScript|FileNames 0||A\\x--\n"
             "Level DATA\\HALT||level 1|\n"
             "Level DATA\\TINORCH|Objects 0||Kind Puzzle, Id 8, StringId 0 \"Nine Winters\", Params "
             "0 0 0 0 0 0\nLanguage ENGLISH|String 3|" +

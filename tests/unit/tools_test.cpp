@@ -197,7 +197,7 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
            {"diff " + folder + " - <" + script, 0, ""},
            {"show " + Path("tr4/none/x"), 3, "is not there"},
            {"build " + folder + " " + Path("new"), 3, "is a folder"},
-           {"build " + script + " " + folder + " --force", 1, "is no JSON"},
+           {"build " + script + " " + folder + " --force", 1, "line 1, column 1: this is no JSON"},
            {"export " + script + " -o " + folder, 1, "is no file"},
            {"export " + script + " -o " + Path("tr4/script.dat"), 1, "is what is read"},
            {"strings " + folder + " -o " + Path("tr4/GERMAN.DAT"), 1, "is what is read"},
@@ -251,7 +251,8 @@ TEST_F(ScriptCommandTest, BuildsAllFilesOrNone) {
   const std::string script = CopySample("tr4");
   const std::string json = Path("a.json");
   ASSERT_EQ(Run("export " + script + " -o " + json), 0);
-  ASSERT_EQ(Run("build " + json + " " + Path("new")), 0) << Error();
+  ASSERT_EQ(Run("build " + json + " " + Path("new")), 0);
+  EXPECT_EQ(Error(), "");
   EXPECT_EQ(FilesIn(Path("new")), kSampleFiles);
   EXPECT_EQ(Bytes(Path("new/SCRIPT.DAT")), Bytes(script));
   EXPECT_EQ(Bytes(Path("new/GERMAN.DAT")).size(), Bytes(Path("tr4/GERMAN.DAT")).size() + 1);
