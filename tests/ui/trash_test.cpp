@@ -7,9 +7,9 @@
 #include <QTemporaryDir>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
+
+#include "support/text.h"
 
 namespace quillmark {
 namespace {
@@ -22,13 +22,8 @@ class TrashTest : public testing::Test {
   ~TrashTest() override { unsetenv("XDG_DATA_HOME"); }
 
   bool Discard(const std::string& content) const {
-    std::ofstream(old_) << content;
+    MakeFile(old_, content);
     return MoveToTrash(old_);
-  }
-
-  static std::string ContentOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
   }
 
   QTemporaryDir folder_;
@@ -40,13 +35,13 @@ class TrashTest : public testing::Test {
 TEST_F(TrashTest, KeepsFilesOfOneNameApartWithTheirRecords) {
   EXPECT_TRUE(Discard("first"));
   const fs::path trash = data_ / "Trash";
-  std::ofstream(trash / "files/a % b.old.2") << "without a record";
+  MakeFile(trash / "files/a % b.old.2", "without a record");
   EXPECT_TRUE(Discard("second"));
   EXPECT_FALSE(fs::exists(old_));
-  EXPECT_EQ(ContentOf(trash / "files/a % b.old"), "first");
-  EXPECT_EQ(ContentOf(trash / "files/a % b.old.3"), "second");
+  EXPECT_EQ(Bytes(trash / "files/a % b.old"), "first");
+  EXPECT_EQ(Bytes(trash / "files/a % b.old.3"), "second");
   for (const char* name : {"info/a % b.old.trashinfo", "info/a % b.old.3.trashinfo"}) {
-    const std::string record = ContentOf(trash / name);
+    const std::string record = Bytes(trash / name);
     const std::string start =
         "[Trash Info]\nPath=" + root_.string() + "/a%20%25%20b.old\nDeletionDate=20";
     EXPECT_EQ(record.substr(0, start.size()), start);
@@ -59,16 +54,16 @@ TEST_F(TrashTest, LeavesTheFileWhereTheTrashTakesNone) {
   for (const char* part : {"Trash", "Trash/files", "Trash/info"}) {
     fs::remove_all(data_);
     fs::create_directories((data_ / part).parent_path());
-    std::ofstream(data_ / part).put('x');
+    MakeFile(data_ / part, "in the way");
     EXPECT_FALSE(Discard("old")) << part;
-    EXPECT_EQ(ContentOf(old_), "old");
+    EXPECT_EQ(Bytes(old_), "old");
   }
 }
 
 TEST_F(TrashTest, LeavesAFileWhoseRecordCannotBeMade) {
   old_ = root_ / std::string(250, 'n');  // with the ending of a record it is too long
   EXPECT_FALSE(Discard("old"));
-  EXPECT_EQ(ContentOf(old_), "old");
+  EXPECT_EQ(Bytes(old_), "old");
   EXPECT_TRUE(fs::is_empty(data_ / "Trash/info"));
 }
 
