@@ -179,6 +179,7 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
            {"show " + script + " --json", 64, "there is no option --json"},
            {"show " + script + " --game tr3", 64, "--game is tr4 or tr5"},
            {"show " + script + " --level", 64, "needs a value"},
+           {"show " + script + " --level 0", 0, ""},
            {"show " + script + " --level 12", 1, "there is no level 12"},
            {"show " + Path("none"), 3, "is not there"},
            {"show " + Path("both"), 3, "say --game tr4 or --game tr5"},
