@@ -28,6 +28,7 @@
 #include "platform/files.h"
 #include "platform/little_endian.h"
 #include "strings/language_files.h"
+#include "tools/adventure.h"
 #include "tools/script/check.h"
 #include "tools/script/json_form.h"
 #include "tools/script/save_losses.h"
@@ -74,10 +75,7 @@ class CaseFolder : public TemporaryFolder {
   std::string Script() const { return File("SCRIPT.DAT"); }
 
   void Load() const {
-    LoadCallbacks callbacks;
-    callbacks.chooseGame = [this] { TRScript.ScriptKind = game_; };
-    callbacks.languageFound = ReadFoundLanguage;
-    if (!LoadScript(Script(), callbacks)) throw std::runtime_error("the script can't be loaded");
+    if (!LoadAdventure(Script(), game_)) throw std::runtime_error("the script can't be loaded");
   }
 
   void Save() const {

@@ -13,6 +13,7 @@
 #include "platform/files.h"
 #include "platform/system_path.h"
 #include "strings/language_files.h"
+#include "tools/adventure.h"
 #include "tools/listing.h"
 #include "tools/script/private_folder.h"
 
@@ -79,10 +80,7 @@ Status Load(const Request& request, const LanguageTroubles& troubles, bool& whol
     throw Fault(FaultKind::File, "there is no file '" + request.script + "'");
   }
   SizeOffsetArrays();
-  LoadCallbacks callbacks;
-  callbacks.chooseGame = [&request] { TRScript.ScriptKind = request.game; };
-  callbacks.languageFound = ReadFoundLanguage;
-  whole = LoadScript(request.script, callbacks);
+  whole = LoadAdventure(request.script, request.game);
   if (!whole) return Refuse(request.script, "is no script");
   return troubles.Met() ? Refuse(request.script, "has a language beside it that can't be read")
                         : kDone;

@@ -49,12 +49,13 @@ struct Act {
   enum class By { Driver, Program, ProgramWithoutTrash } by = By::Driver;
 };
 
-const std::vector<std::string> kLoadTr4 = {
-    "click frmEditor.Command7", "choose \"$/tr4/SCRIPT.DAT\"", "choose \"$/tr4/ENGLISH.DAT\"",
-    "click frmSelScript.Command1"};
-const std::vector<std::string> kLoadTr5 = {
-    "click frmEditor.Command7", "choose \"$/tr5/SCRIPT.DAT\"", "choose \"$/tr5/ENGLISH.DAT\"",
-    "click frmSelScript.Option2", "click frmSelScript.Command1"};
+/// The commands that load a sample.
+std::vector<std::string> Load(const std::string& game) {
+  return {"click frmEditor.Command7", "choose \"$/" + game + "/SCRIPT.DAT\"",
+          "choose \"$/" + game + "/ENGLISH.DAT\"",
+          std::string("click frmSelScript.") + (game == "tr5" ? "Option2" : "Option1"),
+          "click frmSelScript.Command1"};
+}
 
 std::vector<std::string> Joined(std::vector<std::string> lines,
                                 const std::vector<std::string>& more) {
@@ -63,7 +64,7 @@ std::vector<std::string> Joined(std::vector<std::string> lines,
 }
 
 std::vector<Act> Acts() {
-  const auto openTr4 = Joined({"timer"}, kLoadTr4);
+  const auto openTr4 = Joined({"timer"}, Load("tr4"));
   const auto changed =
       Joined(openTr4, {"click frmEditor.Command11", "click frmOptions.chkFlags(3)",
                        "click frmOptions.Command2", "click frmEditor.cmdAddLevel"});
@@ -71,10 +72,10 @@ std::vector<Act> Acts() {
     return {"click frmEditor.Command15", "choose \"$/" + folder + "/SCRIPT.DAT\""};
   };
   return {{"start", {}, {"timer"}, true},
-          {"load_tr4", {"timer"}, kLoadTr4},
-          {"load_tr5", {"timer"}, kLoadTr5},
+          {"load_tr4", {"timer"}, Load("tr4")},
+          {"load_tr5", {"timer"}, Load("tr5")},
           {"save_tr4", changed, save("tr4")},
-          {"save_tr5", Joined({"timer"}, kLoadTr5), save("tr5")},
+          {"save_tr5", Joined({"timer"}, Load("tr5")), save("tr5")},
           {"save_elsewhere", openTr4, save("tr5")},
           {"new",
            Joined(openTr4, {"enable frmEditor.Command24"}),

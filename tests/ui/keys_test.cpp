@@ -160,6 +160,7 @@ TEST(ScreenReaders, ReachWhatTheMouseReaches) {
   SelectRowBy(widget(frmEditor.lstFileNames), 1);
   SelectRowBy(*dynamic_cast<QComboBox&>(widget(frmEditor.cmbFMV)).view(), 7);
   program.Settle();
+  EXPECT_EQ(widget(frmEditor.txtFog[1]).accessibleName().back(), QLatin1Char('2'));
   EXPECT_TRUE(frmEditor.chkHorizon.Ticked());
   EXPECT_EQ(presses, 1) << "only a press stores the value";
   EXPECT_EQ(frmEditor.lstFileNames.Row(), 1);

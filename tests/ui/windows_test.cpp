@@ -115,6 +115,7 @@ TEST(Lists, DrawNoRowAsChosenThatIsNot) {
   for (Control* control : Form2.Controls()) {
     if (auto* view = dynamic_cast<ListView*>(control)) view->AddRow({"first"});
   }
+  Form2.ListView1.SetColumnWidth(2, 30000);
   fss.Show();
   fss.l.AddRow("first");
   for (Control* control :
@@ -127,6 +128,8 @@ TEST(Lists, DrawNoRowAsChosenThatIsNot) {
     EXPECT_TRUE(view.hasFocus());
     EXPECT_FALSE(view.currentIndex().isValid()) << control->FullName();
   }
+  const auto& table = dynamic_cast<QTreeView&>(*screen.WidgetOf(Form2.ListView1));
+  EXPECT_GT(table.header()->length(), table.viewport()->width()) << "wide columns stay wide";
 }
 
 TEST(CheckBoxes, AreNotPressedBesideTheirCaption) {

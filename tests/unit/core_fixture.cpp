@@ -59,7 +59,7 @@ int CoreTest::Run(const std::string& program, const std::string& arguments) cons
 
 bool CoreTest::LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const {
   MakeFile(Path("one"), ScriptBytes(streams));
-  return Load(Path("one"), game);
+  return LoadAdventure(Path("one"), game);
 }
 
 std::string Zeros(std::size_t count) { return std::string(count, '\0'); }
@@ -160,13 +160,6 @@ std::string Build(std::uint8_t game, const LevelRecord& level, bool isTitle) {
   std::string stream;
   AppendStream(level, isTitle, FormatOf(game), stream);
   return stream;
-}
-
-bool Load(const std::string& path, std::uint8_t game) {
-  LoadCallbacks callbacks;
-  callbacks.chooseGame = [game] { TRScript.ScriptKind = game; };
-  callbacks.languageFound = ReadFoundLanguage;
-  return LoadScript(path, callbacks);
 }
 
 std::string Lines(const Findings& findings) {

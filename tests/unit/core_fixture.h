@@ -12,6 +12,7 @@
 
 #include "core/script_model.h"
 #include "support/text.h"
+#include "tools/adventure.h"
 #include "tools/script/finding.h"
 
 namespace quillmark {
@@ -83,7 +84,6 @@ std::string Build(std::uint8_t game, const LevelRecord& level, bool isTitle = fa
 /// How a routine ended: "true", "false", "missing end" or the name of its fault.
 std::string Outcome(const std::function<bool()>& routine);
 std::string OutcomeOf(const std::function<void()>& routine);
-bool Load(const std::string& path, std::uint8_t game);
 /// A line with the identifier and the place of each.
 std::string Lines(const Findings& findings);
 

@@ -25,7 +25,7 @@ std::string Saving(const std::string& path) {
 }
 
 std::string Loading(const std::string& path, std::uint8_t game) {
-  return Outcome([&] { return Load(path, game); });
+  return Outcome([&] { return LoadAdventure(path, game); });
 }
 
 TEST_F(CoreScriptTest, TellsWhatItReadsInTheOrderOfTheFile) {
@@ -54,7 +54,7 @@ TEST_F(CoreScriptTest, EndsAmissWhereItsLevelsAreCutBehindTheirClosingElement) {
     const std::string path = CopySample(game == kTr4 ? "tr4" : "tr5");
     const std::string whole = Bytes(path);
     const std::size_t names = whole.find("ENGLISH.DAT");
-    ASSERT_TRUE(Load(path, game));
+    ASSERT_TRUE(LoadAdventure(path, game));
     const std::size_t block = names - static_cast<std::size_t>(TRScript.ScriptDataSize.value());
     // A level ends amiss where its closing element has begun and the byte behind it is missing.
     std::set<std::size_t> amiss;
@@ -119,7 +119,7 @@ TEST_F(CoreScriptTest, ACutScriptLoadsAsIfZerosFollowed) {
     const std::size_t tables = 56U + 2U * static_cast<unsigned char>(whole[9]) +
                                2U * static_cast<unsigned char>(whole[10]) +
                                static_cast<unsigned char>(whole[12]);
-    for (std::size_t size = 0; size <= tables; ++size) {
+    for (std::size_t size = 0; size <= tables; size += size < 56 ? 1 : 3) {
       MakeFile(Path("cut"), whole.substr(0, size));
       MakeFile(Path("filled"), whole.substr(0, size) + Zeros(100'000));
       EXPECT_EQ(Loaded(Path("cut"), game), Loaded(Path("filled"), game)) << size;
@@ -158,7 +158,7 @@ TEST_F(CoreScriptTest, KeepsWhatALoadBeforeHasLeft) {
 TEST_F(CoreScriptTest, EndsALanguageNameThatTheFileDoesNotEnd) {
   const std::string whole = ScriptBytes({kClose});
   MakeFile(Path("one"), whole.substr(0, whole.size() - 13));
-  ASSERT_TRUE(Load(Path("one"), kTr5));
+  ASSERT_TRUE(LoadAdventure(Path("one"), kTr5));
   for (int i = 0; i < 8; ++i) {
     EXPECT_EQ(TRScript.LanguageNames[i], std::string(i < 2 ? "X" : "") + Zeros(1));
   }
@@ -174,7 +174,7 @@ TEST_F(CoreScriptTest, LosesWhatNoSaveWrites) {
   bytes.replace(56 + 2 + 3, 2, Word(3));
   bytes += "tail";
   MakeFile(Path("one"), bytes);
-  ASSERT_TRUE(Load(Path("one"), kTr5));
+  ASSERT_TRUE(LoadAdventure(Path("one"), kTr5));
   EXPECT_EQ(TRScript.ExtReserved, "eight");
   EXPECT_EQ(TRScript.Levels[1].Mips[0].Low, 8);
   EXPECT_EQ(TRScript.LevelOffsets[0], 3);
@@ -246,7 +246,7 @@ TEST_F(CoreScriptTest, Holds255LevelsOf32767Bytes) {
   ASSERT_EQ(Saving(Path("one")), "true");
   EXPECT_EQ(TRScript.ScriptDataSize, 32767);
   EXPECT_EQ(TRScript.LevelOffsets[255], 32767);
-  ASSERT_TRUE(Load(Path("one"), kTr5));
+  ASSERT_TRUE(LoadAdventure(Path("one"), kTr5));
   EXPECT_EQ(TRScript.Levels[254].CutCount, 60);
 
   --TRScript.Levels[254].CutCount;

@@ -13,7 +13,6 @@
 #include "bench/largest_script.h"
 #include "controls/desktop.h"
 #include "core/script_copy.h"
-#include "core/script_dat.h"
 #include "frame/recovery_folder.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
@@ -68,7 +67,7 @@ class RecoveryTest : public CoreTest {
     fs::create_directories(Path("copied"));
     MakeFile(Path("copied/SCRIPT.DAT"), bytes);
     TRScript = {};
-    return Outcome([&] { return Load(Path("copied/SCRIPT.DAT"), game); });
+    return Outcome([&] { return LoadAdventure(Path("copied/SCRIPT.DAT"), game); });
   }
 
   Recovery::Clock::time_point time_;
@@ -77,7 +76,7 @@ class RecoveryTest : public CoreTest {
 TEST_F(RecoveryTest, CopiesHoldWhatASaveWouldWrite) {
   for (const std::uint8_t game : {kTr4, kTr5}) {
     TRScript = {};
-    ASSERT_TRUE(Load(CopySample(game == kTr4 ? "tr4" : "tr5"), game));
+    ASSERT_TRUE(LoadAdventure(CopySample(game == kTr4 ? "tr4" : "tr5"), game));
     ExpectWhatASaveWrites("sample ");
     FillLargestScript(game, kMostLevels);
     ExpectWhatASaveWrites("largest ");
@@ -87,7 +86,7 @@ TEST_F(RecoveryTest, CopiesHoldWhatASaveWouldWrite) {
 }
 
 TEST_F(RecoveryTest, MakingACopyChangesNothingElse) {
-  ASSERT_TRUE(Load(CopySample("tr4"), kTr4));
+  ASSERT_TRUE(LoadAdventure(CopySample("tr4"), kTr4));
   // All that a save computes, and what it closes and leaves behind.
   LevelRecord& level = TRScript.Levels[3];
   LanguageSlot& slot = Slot(Language::GERMAN);
@@ -119,7 +118,7 @@ TEST_F(RecoveryTest, MakingACopyChangesNothingElse) {
 }
 
 TEST_F(RecoveryTest, AScriptThatNoSaveCouldWriteLosesOnlyWhatHasNoRoom) {
-  ASSERT_TRUE(Load(CopySample("tr4"), kTr4));
+  ASSERT_TRUE(LoadAdventure(CopySample("tr4"), kTr4));
   const int levels = TRScript.NumLevels;
   const auto fill = [](LevelRecord& level, const std::vector<ObjectKind>& kinds, int each) {
     level.ObjectCount = 0;

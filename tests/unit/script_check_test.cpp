@@ -121,6 +121,8 @@ TEST_F(ScriptCheckTest, FindsWhatTheFileHoldsBesideItsStreams) {
   EXPECT_EQ(Found(std::string(clean).replace(31, 1, "x").replace(55, 1, "y")),
             "reserved-bytes \nreserved-bytes \n");
   EXPECT_EQ(Found(clean + "t"), "tail-dropped /LanguageNames\n");
+  EXPECT_EQ(Found(std::string(clean).replace(58, 2, 2, '\0')),
+            "level-without-file /Levels/1/FileNameIndex\n");
   EXPECT_EQ(Found(clean.substr(0, clean.size() - 3)), "language-names-missing /LanguageNames\n");
   EXPECT_EQ(Found(clean.substr(0, 60)),
             "file-truncated \nclosing-missing /Levels/0\nclosing-missing /Levels/1\n"

@@ -7,9 +7,9 @@
 
 #include "core/level_stream.h"
 #include "core/opcode_table.h"
-#include "core/script_dat.h"
 #include "strings/language_files.h"
 #include "tools/script/diff.h"
+#include "tools/script/field_text.h"
 #include "tools/script/json_form.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_files.h"
@@ -52,7 +52,7 @@ class ScriptToolTest : public CoreTest {
     TRScript = {};
     StringsMod = {};
     SizeOffsetArrays();
-    if (Outcome([&] { return Load(path, game) && !Saved().empty(); }) != "true") return {};
+    if (Outcome([&] { return LoadAdventure(path, game) && !Saved().empty(); }) != "true") return {};
     return Saved();
   }
 
@@ -221,12 +221,12 @@ TEST_F(ScriptToolTest, RefusesTextsThatWouldTakeTooMuch) {
     EXPECT_EQ(errors[0].id, "too-large");
     EXPECT_LT(errors[0].place.size(), 250U);
   }
-  // 80 objects with 700 members each that are not known.
-  const std::string unknown = "{\"Kind\":1" + members.substr(0, 690 + 600 * 8) + "}";
+  // 145 objects with 350 members each that are not known.
+  const std::string unknown = "{\"Kind\":1" + members.substr(0, 690 + 250 * 8) + "}";
   const Findings errors =
       ErrorsOf(R"({"Format": "quillmark-script", "Version": 1, "ScriptKind": 5, "Levels": [{},
           {"Objects": [)" +
-               Repeated(unknown + ",", 79) + unknown + "]}]}");
+               Repeated(unknown + ",", 144) + unknown + "]}]}");
   EXPECT_TRUE(Lines(errors).find("\ntoo-many \n") != std::string::npos);
   EXPECT_LT(errors.size(), 50010U);
 }
@@ -279,6 +279,7 @@ TEST_F(ScriptToolTest, ShowsOneFactALineUnderTheHeadingOfItsLevel) {
             "  LevelFlags: YoungLara NoLevel\n  AudioTrack: 0\n  Cuts 0: Type 4, Value 9\n"
             "  Objects 0: Kind PuzzleCombo, Id 4, Combo 2, StringId 1 \"two\", Params 1 -1 2 -2 3 "
             "-3\n  Tr5ListA 0: -2\n");
+  EXPECT_EQ(NumberText({}, Meaning::Hex, 0), "0x0");
 }
 
 TEST_F(ScriptToolTest, ComparesLevelsByTheirFilesAndListsByWhatTheyShare) {

@@ -34,12 +34,13 @@ std::string UpperHex(std::int32_t number) {
 }
 
 bool Matches(const std::string& text, const std::string& expression) {
-  return std::regex_match(text, std::regex(expression));
+  static std::map<std::string, std::regex> compiled;  // which takes longer than to match
+  return std::regex_match(text, compiled.try_emplace(expression, expression).first->second);
 }
 
 /// `paths` with the place of that level instead of "@".
 std::string WithLevel(std::string_view paths, int level) {
-  return std::regex_replace(std::string(paths), std::regex("@"), "/Levels/" + Plain(level));
+  return Replaced(std::string(paths), "@", "/Levels/" + Plain(level));
 }
 
 void RequireBound(const std::string& name, std::int64_t count, std::int64_t most,
@@ -143,7 +144,7 @@ void Checks::CheckFault() {
   const std::optional<Fault> fault = std::exchange(fault_, {});
   if (!fault) return;
   const std::string name(FaultName(fault->kind()));
-  const std::string kind = std::regex_replace(name, std::regex(" fault$"), "");
+  const std::string kind = Replaced(name, " fault", "");
   if (!Matches(kind, std::string(RuleOf(act_).faults))) {
     throw Finding{"a fault of " + act_ + ": " + name, "ready"};
   }

@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "core/level_stream.h"
-#include "core/script_dat.h"
 #include "core/script_model.h"
 #include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "strings/language_files.h"
+#include "tools/adventure.h"
 #include "tools/json_text.h"
 #include "tools/listing.h"
 #include "walk/checks.h"
@@ -126,11 +126,8 @@ std::string Expectation(const std::filesystem::path& path, const Json& saved,
 void Load(const std::string& path, std::uint8_t game) {
   ForgetLanguages();
   TRScript = {};
-  LoadCallbacks callbacks;
-  callbacks.chooseGame = [game] { TRScript.ScriptKind = game; };
-  callbacks.languageFound = ReadFoundLanguage;
   try {
-    if (LoadScript(path, callbacks)) return Files.CloseFiles();
+    if (LoadAdventure(path, game)) return Files.CloseFiles();
   } catch (const Fault&) {
   } catch (const MissingEndOfData&) {
   }
