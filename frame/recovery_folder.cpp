@@ -7,6 +7,8 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/fault.h"
 #include "platform/files.h"
@@ -76,7 +78,6 @@ bool IsNamedByTime(const fs::path& folder) {
 
 /// Whether the folder holds nothing but what was put there, so that nobody misses it.
 bool IsAsItWasMade(const fs::path& folder) {
-  if (!IsThere(folder / kNote)) return false;
   const std::string note = Content(folder / kNote);
   const fs::directory_iterator files(folder);
   return std::all_of(begin(files), end(files), [&](const fs::directory_entry& file) {
@@ -88,18 +89,22 @@ bool IsAsItWasMade(const fs::path& folder) {
 
 fs::path Unfinished(fs::path folder) { return folder += kUnfinished; }
 
-void RemoveOldest(const fs::path& recovered) {
-  std::vector<fs::path> copies;
+/// Removes all but the newest copy and the newest ones of the others, by the time when their notes
+/// were written: the local time that names them may be set back.
+void RemoveOldest(const fs::path& recovered, const fs::path& newest) {
+  std::vector<std::pair<fs::file_time_type, fs::path>> others;
   for (const fs::directory_entry& entry : fs::directory_iterator(recovered)) {
-    if (entry.is_directory() && !entry.is_symlink() && IsNamedByTime(entry.path())) {
-      copies.push_back(entry.path());
-    }
+    const fs::path& copy = entry.path();
+    if (copy == newest || !IsNamedByTime(copy)) continue;
+    if (!entry.is_directory() || entry.is_symlink() || !IsThere(copy / kNote)) continue;
+    others.emplace_back(fs::last_write_time(copy / kNote), copy);
   }
-  std::sort(copies.rbegin(), copies.rend());
-  for (std::size_t i = kMostCopies; i < copies.size(); ++i) {
-    if (!IsAsItWasMade(copies[i])) continue;
-    fs::rename(copies[i], Unfinished(copies[i]));
-    fs::remove_all(Unfinished(copies[i]));
+  std::sort(others.rbegin(), others.rend());
+  for (std::size_t i = kMostCopies - 1; i < others.size(); ++i) {
+    const fs::path& copy = others[i].second;
+    if (!IsAsItWasMade(copy)) continue;
+    fs::rename(copy, Unfinished(copy));
+    fs::remove_all(Unfinished(copy));
   }
 }
 
@@ -132,7 +137,7 @@ void PutIntoRecoveryFolder(const std::vector<FileCopy>& files) {
     fs::remove_all(folder, passedOver);
     throw;
   }
-  RemoveOldest(recovered);
+  RemoveOldest(recovered, name);
 }
 
 }  // namespace quillmark

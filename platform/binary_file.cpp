@@ -9,6 +9,7 @@
 #include "platform/fault.h"
 #include "platform/files.h"
 #include "platform/system_path.h"
+#include "platform/system_write.h"
 
 namespace quillmark {
 namespace {
@@ -17,10 +18,10 @@ constexpr std::ios::openmode kRead = std::ios::in | std::ios::binary;
 constexpr std::ios::openmode kUpdate = kRead | std::ios::out;
 constexpr std::ios::openmode kMake = kUpdate | std::ios::trunc;
 
-/// What was made for a content that did not come.
+/// What was made for a content that did not come, also behind a link, which is the user's.
 void RemoveIfEmpty(const std::string& path) {
   std::error_code refused;  // then it stays
-  const std::filesystem::path place = FormOfSystem(path);
+  const std::filesystem::path place = BehindLinks(FormOfSystem(path));
   if (std::filesystem::file_size(place, refused) == 0) std::filesystem::remove(place, refused);
 }
 
@@ -116,7 +117,7 @@ void BinaryFile::Flush() {
   if (inPlace_) return WriteInPlace(from, to - from);
   try {
     PutInPlaceOfOld();
-  } catch (const Fault&) {
+  } catch (...) {
     if (made) RemoveIfEmpty(path_);
     throw;
   }

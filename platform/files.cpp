@@ -35,7 +35,7 @@ Surroundings& TheProgram() {
 std::string QuotedPath(std::string_view path) { return "'" + std::string(path) + "'"; }
 
 /// Where `path` stands on disk; the fault if nothing is there, if it is write-protected, which some
-/// systems would pass over, or if a file number holds it.
+/// systems would pass over, if only somebody else may delete it, or if a file number holds it.
 fs::path DeletablePath(std::string_view path) {
   fs::path place = PlaceOfFile(path);
   if (place.empty()) {
@@ -43,6 +43,10 @@ fs::path DeletablePath(std::string_view path) {
   }
   if (IsWriteProtected(place)) {
     throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is write-protected",
+                std::string(path));
+  }
+  if (IsKeptForOthers(place)) {
+    throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is somebody else's",
                 std::string(path));
   }
   if (Files.IsPathOpen(std::string(path))) {

@@ -1,3 +1,6 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <ctime>
 #include <iomanip>
@@ -14,6 +17,13 @@ namespace quillmark {
 namespace fs = std::filesystem;
 
 fs::path FormOfSystem(std::string_view path) { return path; }
+
+/// The folder in which the file stands that `path` leads to.
+fs::path FolderOf(const fs::path& path) {
+  std::error_code error;
+  const fs::path folder = fs::canonical(path, error).parent_path();
+  return folder.empty() ? fs::path(".") : folder;
+}
 
 fs::path NameOnDisk(const fs::path& path) {
   if (IsThere(path)) return path.filename();
@@ -65,6 +75,15 @@ bool IsWriteProtected(const fs::path& path) {
   std::error_code error;
   const fs::perms modes = fs::status(path, error).permissions();
   return !error && (modes & fs::perms::owner_write) == fs::perms::none;
+}
+
+bool IsKeptForOthers(const fs::path& path) {
+  struct stat file {};
+  struct stat folder {};
+  if (stat(path.c_str(), &file) != 0 || stat(FolderOf(path).c_str(), &folder) != 0) return false;
+  const uid_t user = geteuid();
+  const bool isOurs = user == 0 || user == file.st_uid || user == folder.st_uid;
+  return (folder.st_mode & S_ISVTX) != 0 && !isOurs;
 }
 
 std::error_code RemoveFile(const fs::path& path) {

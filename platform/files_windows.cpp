@@ -102,6 +102,8 @@ bool IsWriteProtected(const fs::path& path) {
   return data && (data->dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
+bool IsKeptForOthers(const fs::path&) { return false; }
+
 std::error_code RemoveFile(const fs::path& path) {
   if (DeleteFileW(path.c_str()) != 0) return {};
   return {static_cast<int>(GetLastError()), std::system_category()};

@@ -104,6 +104,7 @@ void Replacement::CopyOld() const {
 void Replacement::TakeNameOrWriteOver(std::string_view content) {
   const std::error_code error = TakeName(fresh_, target_, second_);
   if (!error) return fresh_.clear();
+  if (!MayBeThere(target_)) Fail(error);  // the second name is all that there is
   // A second name of the same file would be written over with it.
   RemoveFile(second_);
   if (!IsRefusal(error)) Fail(error);

@@ -42,6 +42,10 @@ bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& o
 /// Whether the file at `path` is there and marked as one that is not to be changed.
 bool IsWriteProtected(const std::filesystem::path& path);
 
+/// Whether the folder of `path` lets a file be deleted by those alone who own one of the two, and
+/// we don't.
+bool IsKeptForOthers(const std::filesystem::path& path);
+
 /// Deletes the file; the error if the system refuses.
 std::error_code RemoveFile(const std::filesystem::path& path);
 

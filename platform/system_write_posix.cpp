@@ -53,13 +53,15 @@ std::error_code WriteAll(int number, std::string_view content) {
   return {};
 }
 
-/// The finer rights, where the file has any.
+/// The finer rights, where the file has any; else those go that the folder gives to new files.
 void CopyAccessList(const fs::path& from, const fs::path& to) {
   constexpr const char* kAccessList = "system.posix_acl_access";
   std::array<char, 4096> list{};
   const ssize_t length = getxattr(from.c_str(), kAccessList, list.data(), list.size());
   if (length > 0) {
     setxattr(to.c_str(), kAccessList, list.data(), static_cast<std::size_t>(length), 0);
+  } else {
+    removexattr(to.c_str(), kAccessList);
   }
 }
 
@@ -102,7 +104,8 @@ void CopyRights(const fs::path& from, const fs::path& to) {
       chown(to.c_str(), static_cast<uid_t>(-1), about.st_gid) != 0) {
     mode &= ~static_cast<mode_t>(S_IRWXG);  // another group must not get what was the first one's
   }
-  if (chmod(to.c_str(), mode) == 0) CopyAccessList(from, to);
+  CopyAccessList(from, to);
+  chmod(to.c_str(), mode);
 }
 
 std::error_code GiveSecondName(const fs::path& path, const fs::path& second) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <limits>
 #include <utility>
@@ -281,7 +282,7 @@ std::vector<FileCopy> CopiesOfLoadedLanguages() {
     try {
       copies.push_back(CopyOfSlot(Slot(language)));
       copies.back().name = LanguageFileName(language);
-    } catch (const Fault&) {
+    } catch (const std::exception&) {
       continue;  // the others are worth keeping without it
     }
   }

@@ -21,7 +21,8 @@
 namespace quillmark {
 namespace {
 
-constexpr int kMostNames = 1000;
+constexpr int kNamesInOrder = 100;
+constexpr int kMostNames = 110;
 
 struct Trash {
   QString folder;
@@ -80,14 +81,22 @@ bool WriteRecord(QFile& record, const QByteArray& content) {
   return whole && record.error() == QFileDevice::NoError;
 }
 
+/// A name for the file where `count - 1` others were taken. Who has thrown away a hundred files of
+/// one name gets names by the time, since to try them all would take ever longer.
+QString NameInTrash(const QFileInfo& file, int count) {
+  if (count == 1) return file.fileName();
+  const qint64 number =
+      count <= kNamesInOrder ? count : QDateTime::currentMSecsSinceEpoch() + count;
+  return QStringLiteral("%1.%2").arg(file.fileName()).arg(number);
+}
+
 /// The record has to be there first: its name, which none but us can have made, keeps the file's.
 bool PutInto(const Trash& trash, const QFileInfo& file) {
   const QString records = trash.folder + QStringLiteral("/info/");
   const QString files = trash.folder + QStringLiteral("/files/");
   if (!MakeOwnFolder(records) || !MakeOwnFolder(files)) return false;
   for (int count = 1; count <= kMostNames; ++count) {
-    const QString name =
-        count == 1 ? file.fileName() : QStringLiteral("%1.%2").arg(file.fileName()).arg(count);
+    const QString name = NameInTrash(file, count);
     if (QFile::exists(files + name)) continue;
     QFile record(records + name + QStringLiteral(".trashinfo"));
     if (!record.open(QFile::WriteOnly | QFile::NewOnly)) {

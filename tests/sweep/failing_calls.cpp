@@ -59,6 +59,10 @@ std::string PathOf(int file) {
 
 bool Strikes(Kind kind, const char* call, const std::string& path) {
   TroublePlan* const plan = Plan();
+  if (plan != nullptr && plan->noTrash && path.find("/.Trash") != std::string::npos) {
+    errno = EACCES;
+    return true;
+  }
   // Helper threads of the toolkit look at folders as they please.
   if (plan == nullptr || !plan->armed || syscall(SYS_gettid) != getpid()) return false;
   if (path.rfind(plan->folder.data(), 0) != 0) return false;
@@ -105,7 +109,8 @@ std::size_t Rest(std::size_t size) {
 /// What a call gives that failed, unless the process does not live to see it.
 template <class Result>
 Result Failure(Result result) {
-  if (Plan()->trouble == Trouble::Killed) kill(getpid(), SIGKILL);
+  if (Plan()->trouble == Trouble::Killed && Plan()->armed && Plan()->calls >= Plan()->at)
+    kill(getpid(), SIGKILL);
   return result;
 }
 

@@ -212,6 +212,7 @@ void Sweep::SendAll(DriverProcess& driver, const std::vector<std::string>& lines
 void Sweep::Arm(const Trial& trial) {
   plan_.trouble = trial.trouble;
   plan_.lasting = trial.lasting;
+  plan_.noTrash = trial.act.by == Act::By::ProgramWithoutTrash;
   plan_.at = trial.at;
   plan_.calls = 0;
   plan_.struck = {};

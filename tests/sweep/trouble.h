@@ -21,6 +21,7 @@ struct TroublePlan {
   Trouble trouble;
   int at;        ///< which call meets the trouble, from 1
   bool lasting;  ///< so do all behind it
+  bool noTrash;  ///< nobody may throw anything away
   std::atomic<bool> armed;
   std::atomic<int> calls;        ///< those that could have met it, while armed
   std::array<char, 300> struck;  ///< the first call that met it, and the path
