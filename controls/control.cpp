@@ -4,9 +4,7 @@
 #include "controls/form.h"
 
 namespace quillmark {
-namespace {
 
-/// A caption without mnemonic marks and without the colon that leads to a box.
 std::string Spoken(std::string caption) {
   constexpr std::string_view kBlanks = " \xA0";
   if (caption == "...") return {};
@@ -15,8 +13,6 @@ std::string Spoken(std::string caption) {
   caption.erase(0, caption.find_first_not_of(kBlanks));
   return caption;
 }
-
-}  // namespace
 
 std::string_view KindName(ControlKind kind) {
   switch (kind) {

@@ -47,6 +47,10 @@ struct Design {
 /// What a text shows: all that stands before its first zero character.
 std::string ShownText(std::string_view text);
 
+/// A caption without mnemonic marks and without the colon that leads to a box; empty for dots
+/// alone.
+std::string Spoken(std::string caption);
+
 /// A control as plain state. A write from code raises what the kind's event rule says, at once; an
 /// act of a person goes through the operations that return whether the control could be reached.
 ///

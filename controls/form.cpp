@@ -19,6 +19,7 @@ Form::Form(std::string_view name, const FormDesign& design)
 
 void Form::SetCaption(std::string_view caption) {
   caption_ = ShownText(caption);
+  ++captionsSet_;
   if (shown_) TheDesktop().TheScreen().FormChanged(*this);
 }
 
@@ -56,6 +57,7 @@ void Form::Load() {
 void Form::ThrowStateAway() {
   for (Control* control : controls_) control->Restart();
   caption_ = design_.caption;
+  ++captionsSet_;
   place_ = {0, 0, design_.width, design_.height};
   focus_ = nullptr;
   topmost_ = maximised_ = modal_ = false;

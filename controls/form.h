@@ -53,6 +53,8 @@ class Form {
   const std::string& Name() const { return name_; }
   const FormDesign& StartState() const { return design_; }
   const std::string& Caption() const { return caption_; }
+  /// How often the caption was set, also to what it was before.
+  int CaptionsSet() const { return captionsSet_; }
   void SetCaption(std::string_view caption);
   const Place& Position() const { return place_; }
   void MoveTo(int left, int top);
@@ -117,6 +119,7 @@ class Form {
   std::string name_;
   FormDesign design_;
   std::string caption_;
+  int captionsSet_ = 0;
   Place place_;
   bool loaded_ = false;
   bool shown_ = false;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "controls/control.h"
 #include "controls/desktop.h"
 #include "controls/form.h"
 #include "platform/ansi.h"
@@ -25,7 +26,8 @@ std::string NameOf(std::string_view operation) {
     if (operation == EnglishTextOf(entry)) return TextOrEnglish(entry);
   }
   const auto& shown = TheDesktop().ShownForms();
-  if (operation == TextOf(Entry::Ok) && !shown.empty() && !shown.back()->Caption().empty()) {
+  if (operation == Spoken(TextOf(Entry::Ok)) && !shown.empty() &&
+      !shown.back()->Caption().empty()) {
     return shown.back()->Caption();
   }
   return std::string(operation);

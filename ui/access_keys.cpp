@@ -131,6 +131,8 @@ std::vector<QString> WithAccessKeys(const std::vector<QString>& captions) {
   return shown;
 }
 
+QString WithoutAccessKey(const QString& caption) { return WithMark(ReadMark(caption)); }
+
 AccessKeys::AccessKeys(const std::vector<std::unique_ptr<Binding>>& bindings) {
   std::map<const QWidget*, Binding*> byWidget;
   for (const auto& binding : bindings) byWidget[&binding->Widget()] = binding.get();

@@ -15,6 +15,9 @@ namespace quillmark {
 /// is left, stays unmarked.
 std::vector<QString> WithAccessKeys(const std::vector<QString>& captions);
 
+/// The caption as it is shown where no letter is to reach anything.
+QString WithoutAccessKey(const QString& caption);
+
 /// The access keys of a form: of each button and option button, and of each label of a text box or
 /// combo, in tab order, as far as they are visible.
 class AccessKeys {

@@ -2,6 +2,7 @@
 #include <QLabel>
 
 #include "controls/passive_controls.h"
+#include "ui/access_keys.h"
 #include "ui/binding.h"
 #include "ui/button_bindings.h"
 #include "ui/row_bindings.h"
@@ -28,7 +29,7 @@ class FrameBinding : public Binding {
 
  protected:
   void ShowCaption(const QString& caption) override {
-    if (group_ != nullptr) group_->setTitle(caption);
+    if (group_ != nullptr) group_->setTitle(WithoutAccessKey(caption));
   }
 
  private:

@@ -4,6 +4,7 @@
 #include <QRadioButton>
 
 #include "controls/buttons.h"
+#include "ui/access_keys.h"
 #include "ui/binding.h"
 
 namespace quillmark {
@@ -28,7 +29,7 @@ class CheckBoxBinding : public Binding {
   CheckBoxBinding(CheckBox& control, QCheckBox& widget);
 
  protected:
-  void ShowCaption(const QString& caption) override { box_.setText(caption); }
+  void ShowCaption(const QString& caption) override { box_.setText(WithoutAccessKey(caption)); }
   void ShowState() override { box_.setChecked(check_.Ticked()); }
   bool MousePressed(const QMouseEvent& event) override;
   bool OtherEvent(QEvent& event) override;

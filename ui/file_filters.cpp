@@ -1,5 +1,6 @@
 #include "ui/file_filters.h"
 
+#include <QStringList>
 #include <QtGlobal>
 
 namespace quillmark {
@@ -34,15 +35,6 @@ QString FileFilters(const QString& pairs) {
     filters += parts[i] + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
   }
   return filters.join(QStringLiteral(";;"));
-}
-
-QStringList PatternsOf(const QString& filters) {
-  QStringList patterns;
-  for (const QString& filter : filters.split(QStringLiteral(";;"), Qt::SkipEmptyParts)) {
-    const qsizetype open = filter.lastIndexOf(QLatin1Char('('));
-    patterns += filter.sliced(open + 1).chopped(1).split(QLatin1Char(' '));
-  }
-  return patterns;
 }
 
 }  // namespace quillmark

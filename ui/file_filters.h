@@ -2,7 +2,6 @@
 
 #include <QFileDialog>
 #include <QString>
-#include <QStringList>
 
 namespace quillmark {
 
@@ -16,8 +15,5 @@ inline constexpr QFileDialog::Options kSaveDialogOptions =
 /// The toolkit's form of a filter of pairs "caption|pattern|caption|pattern". Patterns ignore
 /// letter case also where the system does not.
 QString FileFilters(const QString& pairs);
-
-/// All patterns of such filters.
-QStringList PatternsOf(const QString& filters);
 
 }  // namespace quillmark

@@ -237,9 +237,10 @@ void FormWindow::Conceal() {
 }
 
 void FormWindow::FollowCaption() {
-  // A path that is chosen later may look like the one in the caption.
-  if (titled_ == form_.Caption()) return;
-  titled_ = form_.Caption();
+  // A path that is chosen later may look like the one in the caption, until a caption is set for
+  // it.
+  if (titled_ == form_.CaptionsSet()) return;
+  titled_ = form_.CaptionsSet();
   setWindowTitle(paths_.MakeWhole(FromAnsi(form_.Caption())));
 }
 

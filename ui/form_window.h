@@ -76,11 +76,11 @@ class FormWindow : public QWidget {
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::map<const Control*, Binding*> byControl_;
   std::unique_ptr<AccessKeys> accessKeys_;
-  std::optional<std::string> titled_;  ///< the caption that the window's title was made of
-  std::optional<QPoint> placed_;       ///< where the form's own place put the window last
-  QTimer following_;                   ///< until the frame has come to rest
-  std::optional<QSize> kept_;          ///< the last size that a person gave it
-  QSize refused_;                      ///< the last size that the form did not take
+  std::optional<int> titled_;     ///< the count of the caption that the window's title was made of
+  std::optional<QPoint> placed_;  ///< where the form's own place put the window last
+  QTimer following_;              ///< until the frame has come to rest
+  std::optional<QSize> kept_;     ///< the last size that a person gave it
+  QSize refused_;                 ///< the last size that the form did not take
   QElapsedTimer sinceRefused_;
 };
 

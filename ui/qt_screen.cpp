@@ -71,10 +71,10 @@ QPushButton* AddButton(QMessageBox& box, BoxButton button, const QString& captio
   return nullptr;
 }
 
-/// Where the first dialog of a kind starts: the working folder if it has such a file.
-QString FirstFolder(const QString& filters) {
+/// Where the first dialog of a kind starts: the working folder if a script lies there.
+QString FirstFolder() {
   const QDir working = QDir::current();
-  const bool fits = !working.entryList(PatternsOf(filters), QDir::Files).isEmpty();
+  const bool fits = !working.entryList({QStringLiteral("SCRIPT.DAT")}, QDir::Files).isEmpty();
   return fits ? working.absolutePath() : QDir::homePath();
 }
 
@@ -163,7 +163,7 @@ std::optional<std::string> QtScreen::AskText(const InputBox& box) {
 std::optional<std::string> QtScreen::AskFile(const FileRequest& request) {
   QString& folder = folders_[{request.save, request.filter}];
   const QString filters = FileFilters(FromAnsi(request.filter));
-  if (folder.isEmpty()) folder = FirstFolder(filters);
+  if (folder.isEmpty()) folder = FirstFolder();
   const auto path = AskNativeFileDialog(
       {request.save, FromAnsi(request.title),
        request.proposed.empty() ? folder : QString::fromStdString(request.proposed), filters});

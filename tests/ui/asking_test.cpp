@@ -73,6 +73,8 @@ TEST(FileDialogs, ShowPathsWithAllTheirLetters) {
   TheDesktop().AskFile({});
   frmEditor.MoveTo(3, 4);
   EXPECT_EQ(screen.WindowOf(frmEditor).windowTitle(), QStringLiteral("Quillmark - ") + path);
+  frmEditor.SetCaption(std::string(frmEditor.Caption()));
+  EXPECT_EQ(screen.WindowOf(frmEditor).windowTitle(), QStringLiteral("Quillmark - ") + screen.file);
 }
 
 TEST(FileDialogs, RememberTheFolderOfTheirKind) {
@@ -88,7 +90,7 @@ TEST(FileDialogs, RememberTheFolderOfTheirKind) {
     TheDesktop().AskFile(open);
     EXPECT_EQ(screen.start, QDir::currentPath());
     TheDesktop().AskFile({.filter = "Tables|*.bin"});
-    EXPECT_EQ(screen.start, QDir::homePath());
+    EXPECT_EQ(screen.start, QDir::currentPath());
     TheDesktop().AskFile(open);
     EXPECT_EQ(screen.start, folder.filePath(QStringLiteral("deeper")));
     TheDesktop().AskFile({.save = true, .filter = open.filter, .proposed = "/there/SCRIPT.DAT"});
@@ -97,8 +99,10 @@ TEST(FileDialogs, RememberTheFolderOfTheirKind) {
     screen.file = QDir::toNativeSeparators(script.fileName());
     for (int save = 1; save <= 2; ++save) SaveScriptProc();
     EXPECT_EQ(screen.start, screen.file) << "where the first one went";
+    QDir::setCurrent(before);
+    TheDesktop().AskFile({.filter = "Others|*.x"});
+    EXPECT_EQ(screen.start, QDir::homePath());
   }
-  QDir::setCurrent(before);
 }
 
 TEST(Lists, SayHowToFillThemAndFollowTheMouse) {

@@ -34,6 +34,7 @@ TEST(AccessKeys, AreTheFirstLettersThatAreFree) {
   EXPECT_EQ(WithAccessKeys({"&A", "&A b"}), Captions({"&A", "A &b"})) << "a mark that stands twice";
   EXPECT_EQ(WithAccessKeys({"ab", "a"}), Captions({"a&b", "&a"})) << "makes room";
   EXPECT_EQ(WithAccessKeys({"This && that", "T"}), Captions({"T&his && that", "&T"}));
+  EXPECT_EQ(WithoutAccessKey("&Tick && c&ross"), "Tick && cross");
   EXPECT_EQ(WithAccessKeys({"1", "1"}), Captions({"&1", "1"})) << "none is left";
 }
 
