@@ -171,6 +171,7 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
   MakeFile(Path("large"), Zeros((1 << 20) + 1));
   MakeFile(Path("warned"), ScriptBytes({Hex("05 82 0000 00 00 83")}));
   MakeFile(Path("bad.json"), "{}");
+  MakeFile(Path("x.quillmark-new"), "");
   MakeFile(table, "Number,Group\n");
   using Case = std::tuple<std::string, int, const char*>;
   for (const auto& [arguments, status, error] : std::initializer_list<Case>{
@@ -200,6 +201,7 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
            {"build " + folder + " " + Path("new"), 3, "is a folder"},
            {"build " + script + " " + folder + " --force", 1, "line 1, column 1: this is no JSON"},
            {"export " + script + " -o " + folder, 1, "is no file"},
+           {"export " + script + " -o " + Path("x"), 1, "x.quillmark-new' is in the way"},
            {"export " + script + " -o " + Path("tr4/script.dat"), 1, "is what is read"},
            {"strings " + folder + " -o " + Path("tr4/GERMAN.DAT"), 1, "is what is read"},
            {"build " + Path("bad.json") + " " + Path("new"), 1, "wrong-format"},
@@ -287,6 +289,11 @@ TEST_F(ScriptCommandTest, TakesATableBackIntoTheFilesThatChange) {
   const std::size_t at = text.find("Frostline");
   ASSERT_NE(at, std::string::npos);
   MakeFile(table, text.replace(at, 9, "Thawtline"));
+  MakeFile(Path("tr5/ENGLISH.DAT.quillmark-old"), "");
+  EXPECT_EQ(Run("strings " + script + " --take " + table), 1);
+  EXPECT_NE(Error().find("ENGLISH.DAT.quillmark-old' is in the way"), std::string::npos);
+  EXPECT_EQ(Error().find("is changed"), std::string::npos);
+  fs::remove(Path("tr5/ENGLISH.DAT.quillmark-old"));
   ASSERT_EQ(Run("strings " + script + " --take " + table), 0) << Error();
   EXPECT_EQ(Error(), "ENGLISH.DAT is changed\n");
   EXPECT_EQ(Bytes(Path("tr5/FRENCH.DAT")), french);

@@ -257,11 +257,13 @@ int RunStrings(const Arguments& arguments) {
   std::vector<NewFile> files = TakeTable(value, ReadTable(*arguments.take), findings);
   for (const Finding& finding : findings) std::cerr << FindingLine(finding) << '\n';
   if (!findings.empty()) return kRefused;
+  std::string told;
   for (NewFile& file : files) {
-    std::cerr << file.path << " is changed\n";
+    told += file.path + " is changed\n";
     file.path = JoinPath(folder, file.path);
   }
   WriteWholeFiles(files);
+  std::cerr << told;
   return kDone;
 }
 

@@ -45,6 +45,8 @@ class Arrival {
     former_ += ".quillmark-old";
     const bool isNew = !IsThere(place_);
     if (!isNew && !fs::is_regular_file(place_)) ThrowFile(name_, "is no file to be written over");
+    RefuseLeftover(fresh_);
+    if (!isNew) RefuseLeftover(former_);
     Refuse(MakeNewFile(fresh_, isNew ? Readers::Usual : Readers::UsAlone));
     if (const std::error_code error = WriteToDisk(fresh_, file.bytes).error) {
       RemoveFile(fresh_);
@@ -82,6 +84,12 @@ class Arrival {
  private:
   void Refuse(const std::error_code& error) const {
     if (error) ThrowFile(name_, "can't be written: " + error.message());
+  }
+  void RefuseLeftover(const fs::path& path) const {
+    if (!IsThere(path)) return;
+    ThrowFile(name_, "can't be written: '" + PathText(path) +
+                         "' is in the way; a write that was broken off may have left it: look at "
+                         "it and move it away");
   }
   void TakeBack() {
     std::error_code ignored;
