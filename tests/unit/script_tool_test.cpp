@@ -168,17 +168,16 @@ TEST_F(ScriptToolTest, NamesEachThingThatCanNotBeBuilt) {
   using Case = std::tuple<const char*, const char*, const char*>;
   for (const auto& [before, after, expected] : std::initializer_list<Case>{
            {"\"Version\": 1", "\"Version\": 2", "wrong-version /Version\n"},
-           {"\"ScriptKind\": 5", "\"ScriptKind\": 6", "wrong-kind /ScriptKind\n"},
+           {"5, \"FileNames\"", "6, \"LanguageNames\": [3], \"FileNames\"",
+            "wrong-kind /ScriptKind\nwrong-type /LanguageNames\nwrong-type /LanguageNames/0\n"},
            {"\"Id\": 4", "\"Id\": 9", "no-such-object /Levels/1/Objects/0\n"},
            {"\"Id\": 4", "\"Id\": 5", "object-without-opcode /Levels/1/Objects/0\n"},
-           {"\"Id\": 4", "\"Id\": 256",
-            "out-of-range /Levels/1/Objects/0/Id\nno-such-object /Levels/1/Objects/0\n"},
+           {"\"Id\": 4", "\"Id\": 256", "out-of-range /Levels/1/Objects/0/Id\n"},
            {"PuzzleCombo", "Examine", "no-such-object /Levels/1/Objects/0\n"},
-           {"PuzzleCombo", "Puzzel",
-            "unknown-word /Levels/1/Objects/0/Kind\nno-such-object /Levels/1/Objects/0\n"},
-           {"1, -1, 2", "1, 2", "wrong-type /Levels/1/Objects/0/Params\n"},
+           {"PuzzleCombo", "Puzzel", "unknown-word /Levels/1/Objects/0/Kind\n"},
+           {"1, -1, 2", "1, 1.5",
+            "wrong-type /Levels/1/Objects/0/Params\nwrong-type /Levels/1/Objects/0/Params/1\n"},
            {"1, -1, 2", "1, -1, 0, 2", "wrong-type /Levels/1/Objects/0/Params\n"},
-           {"1, -1, 2", "1, -1, 1.5", "wrong-type /Levels/1/Objects/0/Params/2\n"},
            {"1, -1, 2", "1, -1, 18446744073709551615",
             "out-of-range /Levels/1/Objects/0/Params/2\n"},
            {"\"Type\": 4", "\"Type\": 5", "out-of-range /Levels/1/Cuts/0/Type\n"},
@@ -199,7 +198,10 @@ TEST_F(ScriptToolTest, NamesEachThingThatCanNotBeBuilt) {
            {"[\"T\", \"L\"]", "[\"T\", 3]", "wrong-type /FileNames/1\n"},
            {"\"one\"", "\"\u0416\"", "code-page /Languages/US/Strings/0\n"},
            {"\"one\"", "\"\\\\\"", "mask-character /Languages/US/Strings/0\n"},
-           {"\"Count2\": 0", "\"Count2\": 1", "wrong-count /Languages/US/Strings\n"},
+           {"0, \"Count3\": 1, \"Strings\": [\"one\", \"two", "0, \"Strings\": [\"\\\\\", \"too",
+            "wrong-count /Languages/US/Strings\nmask-character /Languages/US/Strings/0\n"},
+           {"\"US\"", "\"GERMAN\": {}, \"US\"",
+            "string-missing /Levels/1/NameString\nstring-missing /Levels/1/Objects/0/StringId\n"},
            {"\"US\"", "\"DUTCH\"", "unknown-language /Languages/DUTCH\n"},
            {"\"Format\"", "\"Format", "no-json \n"}}) {
     std::string json = kHandWritten;
@@ -249,12 +251,15 @@ TEST_F(ScriptToolTest, NamesCountsAndSizesThatAreTooLarge) {
   level["Objects"] = Json(14, {{"Kind", "Key"}, {"Id", 1}, {"StringId", 1}});
   level["Cuts"] = Json(101, {{"Type", 1}});
   json["Levels"][0]["Tr5ListB"] = Json(33, 1);
-  json["FileNames"][0] = std::string(32767, 'x');
+  level["Cuts"][100]["Type"] = 5;
+  json["FileNames"] = Json(256, std::string(200, 'x'));
+  json["FileNames"][255] = 3;
   json["Languages"]["US"]["Strings"][0] = std::string(32767, 'y');
   ScriptFromJson(json, findings);
   EXPECT_EQ(Lines(findings),
-            "over-limit /Levels/1/Cuts\nover-limit /FileNames\nover-limit /Levels/1/Objects\n"
-            "over-limit /Languages/US\nover-limit /Languages/US\n");
+            "over-limit /FileNames\nwrong-type /FileNames/255\nover-limit /Levels/1/Cuts\n"
+            "out-of-range /Levels/1/Cuts/100/Type\nover-limit /FileNames\n"
+            "over-limit /Levels/1/Objects\nover-limit /Languages/US\nover-limit /Languages/US\n");
 
   findings.clear();
   level["Objects"] = Json::array();
@@ -266,7 +271,7 @@ TEST_F(ScriptToolTest, NamesCountsAndSizesThatAreTooLarge) {
   // 52 objects, 100 cuts, 13 words and the closing pair are 1026 bytes.
   level["Cuts"] = Json(100, {{"Type", 1}});
   level["Tr5ListA"] = Json(13, 1);
-  json["FileNames"][0] = "T";
+  json["FileNames"] = {"T", "L"};
   json["Languages"]["US"]["Strings"][0] = "one";
   ScriptFromJson(json, findings);
   EXPECT_EQ(Lines(findings), "over-limit /Levels/1\n");

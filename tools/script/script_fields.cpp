@@ -126,7 +126,8 @@ constexpr std::array<std::string_view, 16> kFlags = {
 }  // namespace
 
 bool HasField(std::uint8_t game, Games games) {
-  return games == Games::Both || (games == Games::Tr4) == (game == kTr4);
+  if (game == kAnyGame || games == Games::Both) return true;
+  return (games == Games::Tr4) == (game == kTr4);
 }
 
 std::span<const NumberField<ScriptModel>> FieldsOf(const ScriptModel&) { return kScriptFields; }

@@ -27,6 +27,8 @@ enum class Meaning {
 
 /// The games whose streams have a place for the field.
 enum class Games { Both, Tr4, Tr5 };
+/// In place of a game that is not known: it has all fields.
+inline constexpr std::uint8_t kAnyGame = 0;
 bool HasField(std::uint8_t game, Games games);
 
 /// One number of a record, or an array of them.

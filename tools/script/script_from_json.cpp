@@ -1,7 +1,10 @@
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <set>
+#include <utility>
 
 #include "platform/ansi.h"
 #include "tools/script/progress.h"
@@ -31,8 +34,8 @@ class Reader {
       Error("wrong-type", "", "a script is an object");
       return std::move(value_);
     }
-    if (!ReadKind(json)) return std::move(value_);
     TellProgress("Checking the text");
+    ReadKind(json);
     ReadHead(json);
     ReadLevels(Member(json, "Levels"));
     ReadLanguages(Member(json, "Languages"));
@@ -43,17 +46,27 @@ class Reader {
  private:
   using Names = std::set<std::string, std::less<>>;
 
-  void Add(std::string_view id, Severity severity, const std::string& place,
-           const std::string& sentence) {
+  void Add(Finding finding) {
     if (findings_.size() > kMostFindings) return;
-    findings_.push_back({id, severity, place, sentence});
+    findings_.push_back(std::move(finding));
     if (findings_.size() <= kMostFindings) return;
     findings_.back() = {"too-many", Severity::Error, "",
                         "there is more than " + std::to_string(kMostFindings) +
                             " times something to say; this is not all of it"};
   }
   void Error(std::string_view id, const std::string& place, const std::string& sentence) {
-    Add(id, Severity::Error, place, sentence);
+    failed_.insert(place);
+    Add({id, Severity::Error, place, sentence});
+  }
+
+  bool HasFailed(const std::string& record, std::initializer_list<const char*> members) const {
+    return std::any_of(members.begin(), members.end(),
+                       [&](const char* member) { return failed_.contains(record + '/' + member); });
+  }
+  /// Whether anything failed at that place or below it.
+  bool HasFailedWithin(std::string_view place) const {
+    const auto first = failed_.lower_bound(place);
+    return first != failed_.end() && first->starts_with(place);
   }
 
   /// The member, or null if there is none.
@@ -66,13 +79,14 @@ class Reader {
     for (const auto& member : object.items()) {
       if (known.contains(member.key())) continue;
       Error("unknown-member", MemberPlace(place, member.key()),
-            value_.model.ScriptKind == 0 ? "there is no such member"
-                                         : "there is no such member in a script of " +
-                                               std::string(GameName(value_.model.ScriptKind)));
+            value_.model.ScriptKind == kAnyGame
+                ? "there is no such member"
+                : "there is no such member in a script of " +
+                      std::string(GameName(value_.model.ScriptKind)));
     }
   }
 
-  bool ReadKind(const Json& json) {
+  void ReadKind(const Json& json) {
     const Json* format = Member(json, "Format");
     const Json* version = Member(json, "Version");
     const Json* kind = Member(json, "ScriptKind");
@@ -83,11 +97,9 @@ class Reader {
       Error("wrong-version", "/Version", "it has to be " + std::to_string(kFormatVersion));
     }
     if (kind == nullptr || (*kind != kTr4 && *kind != kTr5)) {
-      Error("wrong-kind", "/ScriptKind", "it has to be 4 for TR4 or 5 for TR5");
-      return false;  // without it nobody knows which members there are
+      return Error("wrong-kind", "/ScriptKind", "it has to be 4 for TR4 or 5 for TR5");
     }
     value_.model.ScriptKind = kind->get<int>();
-    return true;
   }
 
   /// As much of it as an export writes; of what is no text at all, that much is said.
@@ -95,6 +107,38 @@ class Reader {
     if (comment.is_null()) return comment;
     if (!comment.is_string()) return "(no text)";
     return AnsiToUtf8(ShownPart(Utf8ToAnsi(comment.get<std::string>())));
+  }
+
+  // Lists. What is no list is read as an empty one.
+
+  template <class Use>
+  static void ForEachEntry(const Json& list, const std::string& place, Use use) {
+    for (std::size_t i = 0; i < list.size(); ++i) use(i, list[i], place + '/' + std::to_string(i));
+  }
+
+  static const Json& ListOrNone(const Json* json) {
+    static const Json none = Json::array();
+    return json != nullptr && json->is_array() ? *json : none;
+  }
+
+  /// A list that should have `count` entries.
+  const Json& ListOfExactly(std::size_t count, const char* what, const Json& json,
+                            const std::string& place) {
+    if (!json.is_array() || json.size() != count) {
+      Error("wrong-type", place, "a list of " + std::to_string(count) + ' ' + what + " is needed");
+    }
+    return ListOrNone(&json);
+  }
+
+  /// A list, if there is one, that should have at most `most` entries.
+  const Json& ListOf(const Json* member, const std::string& place, std::size_t most) {
+    if (member != nullptr && !member->is_array()) Error("wrong-type", place, "a list is needed");
+    const Json& list = ListOrNone(member);
+    if (list.size() > most) {
+      Error("over-limit", place,
+            std::to_string(list.size()) + " entries; " + std::to_string(most) + " are the most");
+    }
+    return list;
   }
 
   // Numbers.
@@ -133,12 +177,10 @@ class Reader {
       Error("wrong-type", place, "a list of names is needed");
       return 0;
     }
-    for (std::size_t i = 0; i < json.size(); ++i) {
+    ForEachEntry(json, place, [&](std::size_t, const Json& name, const std::string& at) {
       std::size_t bit = 0;
-      if (ReadWord(json[i], place + '/' + std::to_string(i), FlagNames(), bit)) {
-        bits = static_cast<std::uint16_t>(bits | 1U << bit);
-      }
-    }
+      if (ReadWord(name, at, FlagNames(), bit)) bits = static_cast<std::uint16_t>(bits | 1U << bit);
+    });
     return static_cast<std::int16_t>(bits);
   }
 
@@ -156,17 +198,12 @@ class Reader {
   template <class Record>
   void ReadArray(const Json& json, const std::string& place, const NumberField<Record>& field,
                  Record& record) {
-    if (!json.is_array() || json.size() != field.count) {
-      Error("wrong-type", place, "a list of " + std::to_string(field.count) + " numbers is needed");
-      return;
-    }
-    for (std::size_t i = 0; i < field.count; ++i) {
+    const Json& list = ListOfExactly(field.count, "numbers", json, place);
+    ForEachEntry(list, place, [&](std::size_t i, const Json& entry, const std::string& at) {
       std::int64_t number = 0;
-      if (ReadNumber(json[i], place + '/' + std::to_string(i), field.lowest, field.highest,
-                     number)) {
-        field.set(record, i, number);
-      }
-    }
+      const bool isRight = ReadNumber(entry, at, field.lowest, field.highest, number);
+      if (isRight && i < field.count) field.set(record, i, number);
+    });
   }
 
   template <class Record>
@@ -215,23 +252,10 @@ class Reader {
       Names known;
       ReadFields(json, place, entry, known);
       RefuseOthers(json, place, known);
+      Check(entry, place);
     } else {
       Error("wrong-type", place, "an object is needed");
     }
-  }
-
-  /// The list itself if it is one of at most `most` entries.
-  const Json* ListOf(const Json* list, const std::string& place, std::size_t most) {
-    if (list == nullptr) return nullptr;
-    if (!list->is_array()) {
-      Error("wrong-type", place, "a list is needed");
-    } else if (list->size() > most) {
-      Error("over-limit", place,
-            std::to_string(list->size()) + " entries; " + std::to_string(most) + " are the most");
-    } else {
-      return list;
-    }
-    return nullptr;
   }
 
   void ReadLevel(const Json& json, const std::string& place, LevelRecord& level) {
@@ -242,42 +266,33 @@ class Reader {
       if (!HasField(value_.model.ScriptKind, games)) return;
       known.emplace(name);
       const std::string at = place + '/' + name;
-      const Json* list = ListOf(Member(json, name), at, entries.size());
-      if (list == nullptr) return;
-      for (std::size_t i = 0; i < list->size(); ++i) {
-        ReadEntry((*list)[i], at + '/' + std::to_string(i), entries[i]);
-      }
-      count = list->size();
+      const Json& list = ListOf(Member(json, name), at, entries.size());
+      ForEachEntry(list, at, [&](std::size_t i, const Json& entry, const std::string& entryAt) {
+        auto noPlace = std::decay_t<decltype(entries[0])>();
+        ReadEntry(entry, entryAt, i < entries.size() ? entries[i] : noPlace);
+      });
+      count = std::min(list.size(), entries.size());
     });
     RefuseOthers(json, place, known);
-    CheckObjects(level, place);
-    CheckCuts(level, place);
   }
 
-  void CheckObjects(const LevelRecord& level, const std::string& place) {
-    for (int i = 0; i < level.ObjectCount; ++i) {
-      const LevelObject& object = level.Objects[i];
-      const OpcodeUse use = OpcodeOf(object, value_.model.ScriptKind);
-      if (use == OpcodeUse::Both) continue;
-      const std::string at = place + "/Objects/" + std::to_string(i);
-      if (use == OpcodeUse::ReadOnly) {
-        Add("object-without-opcode", Severity::Warning, at,
-            "no opcode is written for it, which breaks the stream");
-      } else {
-        Error("no-such-object", at,
-              std::string(GameName(value_.model.ScriptKind)) +
-                  " has no object of this kind with this Id and Combo");
-      }
+  void Check(const LevelObject& object, const std::string& place) {
+    if (value_.model.ScriptKind == kAnyGame || HasFailed(place, {"Kind", "Id", "Combo"})) return;
+    const OpcodeUse use = OpcodeOf(object, value_.model.ScriptKind);
+    if (use == OpcodeUse::ReadOnly) {
+      Add({"object-without-opcode", Severity::Warning, place,
+           "no opcode is written for it, which breaks the stream"});
+    } else if (use == OpcodeUse::None) {
+      Error("no-such-object", place,
+            std::string(GameName(value_.model.ScriptKind)) +
+                " has no object of this kind with this Id and Combo");
     }
   }
 
-  void CheckCuts(const LevelRecord& level, const std::string& place) {
-    for (int i = 0; i < level.CutCount; ++i) {
-      const int type = level.Cuts[i].Type;
-      if (type >= 1 && type <= 4) continue;
-      Error("out-of-range", place + "/Cuts/" + std::to_string(i) + "/Type",
-            std::to_string(type) + " is not in the range from 1 to 4");
-    }
+  void Check(const CutEntry& cut, const std::string& place) {
+    if ((cut.Type >= 1 && cut.Type <= 4) || HasFailed(place, {"Type"})) return;
+    Error("out-of-range", place + "/Type",
+          std::to_string(cut.Type.value()) + " is not in the range from 1 to 4");
   }
 
   // The script.
@@ -288,7 +303,8 @@ class Reader {
     if (json.is_object()) {
       text = Member(json, "Text");
       const Json* unterminated = Member(json, "Unterminated");
-      terminated = unterminated == nullptr || *unterminated != true;
+      terminated =
+          unterminated == nullptr || ReadOnOff(*unterminated, place + "/Unterminated") != kOn;
       RefuseOthers(json, place, {"Text", "Unterminated"});
     }
     if (text == nullptr || !text->is_string()) {
@@ -321,29 +337,28 @@ class Reader {
   }
 
   void ReadFileNames(const Json* member) {
-    const Json* list = ListOf(member, "/FileNames", kMostEntries);
-    const std::size_t count = list == nullptr ? 0 : list->size();
+    const Json& list = ListOf(member, kFileNames, kMostEntries);
+    const std::size_t count = std::min(list.size(), kMostEntries);
     value_.model.NumFileNames = count;
     value_.model.FileNames.Redim(count);
-    for (std::size_t i = 0; i < count; ++i) {
-      value_.model.FileNames[i] = ReadEntryText((*list)[i], "/FileNames/" + std::to_string(i));
-    }
+    ForEachEntry(list, kFileNames, [&](std::size_t i, const Json& entry, const std::string& at) {
+      std::string name = ReadEntryText(entry, at);
+      if (i < count) value_.model.FileNames[i] = std::move(name);
+    });
   }
 
-  void ReadLanguageNames(const Json* list) {
-    for (int i = 0; i < kLanguageNameCount; ++i) {
-      value_.model.LanguageNames[i] =
-          std::string(kUsualLanguageNames[static_cast<std::size_t>(i)]) + '\0';
+  void ReadLanguageNames(const Json* member) {
+    constexpr std::size_t kCount = kUsualLanguageNames.size();
+    for (std::size_t i = 0; i < kCount; ++i) {
+      value_.model.LanguageNames[i] = std::string(kUsualLanguageNames[i]) + '\0';
     }
-    if (list == nullptr) return;
-    if (!list->is_array() || list->size() != kLanguageNameCount) {
-      return Error("wrong-type", "/LanguageNames",
-                   "a list of " + std::to_string(kLanguageNameCount) + " names is needed");
-    }
-    for (std::size_t i = 0; i < list->size(); ++i) {
-      value_.model.LanguageNames[i] =
-          ReadEntryText((*list)[i], "/LanguageNames/" + std::to_string(i));
-    }
+    if (member == nullptr) return;
+    const Json& list = ListOfExactly(kCount, "names", *member, "/LanguageNames");
+    ForEachEntry(list, "/LanguageNames",
+                 [&](std::size_t i, const Json& entry, const std::string& at) {
+                   std::string name = ReadEntryText(entry, at);
+                   if (i < kCount) value_.model.LanguageNames[i] = std::move(name);
+                 });
   }
 
   void ReadHead(const Json& json) {
@@ -358,115 +373,147 @@ class Reader {
 
   void ReadLevels(const Json* member) {
     if (member == nullptr) Error("missing-member", "/Levels", "a list of levels is needed");
-    const Json* list = ListOf(member, "/Levels", kMostEntries);
-    const std::size_t count = list == nullptr ? 0 : list->size();
+    const Json& list = ListOf(member, "/Levels", kMostEntries);
+    const std::size_t count = std::min(list.size(), kMostEntries);
     value_.model.NumLevels = count;
     value_.model.Levels.Redim(count);
-    for (std::size_t i = 0; i < count; ++i) {
-      ReadLevel((*list)[i], LevelPlace(static_cast<int>(i)), value_.model.Levels[i]);
-    }
+    ForEachEntry(list, "/Levels", [&](std::size_t i, const Json& entry, const std::string& at) {
+      LevelRecord noPlace;
+      ReadLevel(entry, at, i < count ? value_.model.Levels[i] : noPlace);
+    });
   }
 
   void ReadLanguages(const Json* languages) {
     if (languages == nullptr) return;
-    if (!languages->is_object()) return Error("wrong-type", "/Languages", "an object is needed");
+    if (!languages->is_object()) return Error("wrong-type", kLanguages, "an object is needed");
     for (const auto& member : languages->items()) {
-      const std::string place = MemberPlace("/Languages", member.key());
+      const std::string place = MemberPlace(kLanguages, member.key());
       Language language{};
-      if (!FindLanguage(member.key() + ".DAT", language)) {
-        Error("unknown-language", place, "there is no such language");
-      } else if (!member.value().is_object()) {
-        Error("wrong-type", place, "an object is needed");
+      LanguageSlot noPlace;
+      const bool isKnown = FindLanguage(member.key() + ".DAT", language);
+      if (!isKnown) LoseLanguage("unknown-language", place, "there is no such language");
+      if (!member.value().is_object()) {
+        LoseLanguage("wrong-type", place, "an object is needed");
       } else {
-        ReadLanguage(member.value(), place, value_.languages[static_cast<int>(language)]);
+        ReadLanguage(member.value(), place,
+                     isKnown ? value_.languages[static_cast<int>(language)] : noPlace);
       }
     }
+  }
+
+  /// Without one of them nobody knows which strings there are.
+  void LoseLanguage(std::string_view id, const std::string& place, const std::string& sentence) {
+    Error(id, place, sentence);
+    failed_.insert(kLanguages);
   }
 
   void ReadLanguage(const Json& json, const std::string& place, LanguageSlot& slot) {
-    constexpr std::array<std::pair<const char*, Int16 LanguageSlot::*>, 3> kCounts = {
-        {{"Count1", &LanguageSlot::Count1},
-         {"Count2", &LanguageSlot::Count2},
-         {"Count3", &LanguageSlot::Count3}}};
-    std::int64_t total = 0;
-    for (const auto& [name, count] : kCounts) {
-      const Json* member = Member(json, name);
-      std::int64_t number = 0;
-      if (member != nullptr &&
-          ReadNumber(*member, place + '/' + name, kLowestWord, kHighestWord, number)) {
-        slot.*count = number;
-        total += number;
+    RefuseOthers(json, place, {"Count1", "Count2", "Count3", "Strings"});
+    const std::string at = place + "/Strings";
+    const Json* member = Member(json, "Strings");
+    const std::optional<std::int64_t> total = ReadCounts(json, place, slot);
+    const Json& list = ListOf(member, at, kOffsetPlaces);
+    if (total != std::ssize(list)) {
+      for (const auto& [name, count] : kCounts) slot.*count = 0;  // nobody knows where they end
+      if (total && (member == nullptr || member->is_array())) {
+        Error("wrong-count", at,
+              "Count1, Count2 and Count3 make " + std::to_string(*total) + " strings, not " +
+                  std::to_string(list.size()));
       }
     }
-    RefuseOthers(json, place, {"Count1", "Count2", "Count3", "Strings"});
-    ReadStrings(Member(json, "Strings"), place + "/Strings", total, slot);
+    // If they do not agree, no string is missing that one of them knows.
+    ReadStrings(list, at, std::max(total.value_or(0), std::ssize(list)), slot);
   }
 
-  void ReadStrings(const Json* member, const std::string& place, std::int64_t total,
-                   LanguageSlot& slot) {
-    const Json* list = ListOf(member, place, kOffsetPlaces);
-    if (list == nullptr || std::ssize(*list) != total) {
-      if (list != nullptr || member == nullptr) {
-        Error("wrong-count", place,
-              "Count1, Count2 and Count3 make " + std::to_string(total) + " strings, not " +
-                  std::to_string(list == nullptr ? 0 : list->size()));
+  /// The strings of all groups; nothing if a count can't be read.
+  std::optional<std::int64_t> ReadCounts(const Json& json, const std::string& place,
+                                         LanguageSlot& slot) {
+    std::int64_t total = 0;
+    bool areRight = true;
+    for (const auto& [name, count] : kCounts) {
+      const Json* member = Member(json, name);
+      if (member == nullptr) continue;
+      std::int64_t number = 0;
+      if (ReadNumber(*member, place + '/' + name, kLowestWord, kHighestWord, number)) {
+        slot.*count = number;
+        total += number;
+      } else {
+        areRight = false;
       }
-      return;
     }
-    slot.Total = total;
-    slot.Strings.Redim(total);
+    return areRight ? std::optional(total) : std::nullopt;
+  }
+
+  void ReadStrings(const Json& list, const std::string& place, std::int64_t total,
+                   LanguageSlot& slot) {
+    slot.Total = std::min<std::int64_t>(total, kOffsetPlaces);
+    slot.Strings.Redim(slot.Total);
     slot.Offsets.Redim(kOffsetPlaces - 1);
     slot.Loaded = kOn;
-    for (std::size_t i = 0; i < list->size(); ++i) {
-      const std::string at = place + '/' + std::to_string(i);
-      const std::string text = ReadEntryText((*list)[i], at);
+    ForEachEntry(list, place, [&](std::size_t i, const Json& entry, const std::string& at) {
+      const std::string text = ReadEntryText(entry, at);
       if (text.find(kMaskCharacter) != std::string::npos) {
         Error("mask-character", at,
               "a language file can't hold a backslash: it would read as a zero");
       }
-      slot.Strings.Set(i, text);
-    }
+      if (std::cmp_less(i, slot.Total.value())) slot.Strings.Set(i, text);
+    });
   }
 
   void CheckScript() {
     for (Finding& finding : LimitFindings(value_)) {
-      if (finding.severity == Severity::Error) findings_.push_back(std::move(finding));
+      if (finding.severity == Severity::Error) Add(std::move(finding));
     }
-    if (value_.model.NumFileNames == 0) {
-      Add("no-file-names", Severity::Warning, "/FileNames",
-          "there is no file name, and what is built can't be read back");
+    if (value_.model.NumFileNames == 0 && !failed_.contains(kFileNames)) {
+      Add({"no-file-names", Severity::Warning, kFileNames,
+           "there is no file name, and what is built can't be read back"});
     }
     const std::set<std::string> missing = CheckComments();
     for (Finding& finding : ReferenceFindings(value_)) {
+      const char* texts = finding.id == "string-missing" ? kLanguages : kFileNames;
+      if (failed_.contains(texts) || failed_.contains(finding.place)) continue;
       // What was exported with a reference to nothing is built as it was.
       if (missing.contains(finding.place)) finding.severity = Severity::Warning;
-      findings_.push_back(std::move(finding));
+      Add(std::move(finding));
     }
   }
 
   /// Gives the references to nothing that are said to be just that.
   std::set<std::string> CheckComments() {
+    const bool knowsStrings = !LoadedLanguages(value_).empty() && !HasFailedWithin(kLanguages);
+    const bool knowsFileNames = !HasFailedWithin(kFileNames);
     std::set<std::string> missing;
     for (const Comment& comment : comments_) {
-      const Json text = ReferenceText(value_, comment.meaning, comment.number);
       if (comment.text.is_null()) missing.insert(comment.place);
-      const bool unknown = comment.meaning == Meaning::String && LoadedLanguages(value_).empty();
-      if (unknown || comment.text == text) continue;
-      Add("comment-differs", Severity::Warning, CommentName(comment.place),
-          "it is ignored, and says " + comment.text.dump(-1, ' ', false, kReplace) + ", but " +
-              std::to_string(comment.number) + " is " + text.dump(-1, ' ', false, kReplace));
+      const bool isKnown = comment.meaning == Meaning::String ? knowsStrings : knowsFileNames;
+      if (isKnown && !failed_.contains(comment.place)) CompareComment(comment);
     }
     return missing;
+  }
+
+  void CompareComment(const Comment& comment) {
+    const Json text = ReferenceText(value_, comment.meaning, comment.number);
+    if (comment.text == text) return;
+    Add({"comment-differs", Severity::Warning, CommentName(comment.place),
+         "it is ignored, and says " + comment.text.dump(-1, ' ', false, kReplace) + ", but " +
+             std::to_string(comment.number) + " is " + text.dump(-1, ' ', false, kReplace)});
   }
 
   static constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
   static constexpr std::int64_t kLowestWord = std::numeric_limits<std::int16_t>::min();
   static constexpr std::int64_t kHighestWord = std::numeric_limits<std::int16_t>::max();
   static constexpr auto kReplace = Json::error_handler_t::replace;
+  static constexpr const char* kFileNames = "/FileNames";
+  static constexpr const char* kLanguages = "/Languages";
+  static constexpr std::array<std::pair<const char*, Int16 LanguageSlot::*>, 3> kCounts = {
+      {{"Count1", &LanguageSlot::Count1},
+       {"Count2", &LanguageSlot::Count2},
+       {"Count3", &LanguageSlot::Count3}}};
 
   ScriptValue value_;
   Findings& findings_;
   std::vector<Comment> comments_;
+  Names failed_;  ///< places of errors: what follows from one of them is not told
 };
 
 }  // namespace

@@ -56,7 +56,7 @@ void UseLevels(const ScriptModel& model, Limits& limits) {
     WithEachList(level, [&](std::string_view name, Games, const auto& count, const auto& entries) {
       limits.Use(LevelPlace(i, name), "entries", count.value(), std::ssize(entries));
     });
-    if (!UseObjects(level, i, limits)) continue;
+    if (!UseObjects(level, i, limits) || model.ScriptKind == kAnyGame) continue;
     const std::int64_t size = std::ssize(BuiltStream(model, i));
     limits.Use(LevelPlace(i), "bytes of the level's stream", size, kRawPlaces);
     blockSize += size;
