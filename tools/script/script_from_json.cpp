@@ -190,9 +190,10 @@ class Reader {
   }
 
   std::int64_t ReadKindName(const Json& json, const std::string& place) {
+    constexpr std::int64_t kNoKind = -1;  // which no limit counts
     std::size_t kind = 0;
-    ReadWord(json, place, KindNames(), kind);
-    return static_cast<std::int64_t>(kind);
+    const bool isKnown = ReadWord(json, place, KindNames(), kind);
+    return isKnown ? static_cast<std::int64_t>(kind) : kNoKind;
   }
 
   template <class Record>
