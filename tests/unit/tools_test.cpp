@@ -65,25 +65,19 @@ TEST_F(ToolsTest, ListingEndsWithItsStatus) {
 
 /// One level, without its quotes.
 constexpr const char* kTr4Level =
-    "{PuzzleCount:3,Puzzles:[{Params:[-8,800,-16384,0,16384,8],Id:2,StringId:73},"
-    "{Params:[4,832,0,-32768,0,10],Id:2,StringId:73},{Params:[0,768,16384,0,-32768,2],Id:3,"
-    "StringId:74}],KeyCount:2,Keys:[{Params:[0,768,16384,0,-32768,2],Id:2,StringId:59},"
-    "{Params:[8,640,0,8192,0,2],Id:3,StringId:60}],PuzzleComboCount:0,PuzzleCombos:[],"
-    "KeyComboCount:0,KeyCombos:[],PickupCount:1,Pickups:[{Params:[8,640,0,8192,0,2],Id:1,"
-    "StringId:113}],PickupComboCount:0,PickupCombos:[],ExamineCount:0,Examines:[],Fmv:0,Cut:5,"
-    "CutCount:0,Cuts:[],ResetHub:0,Layer1On:-1,Layer2On:-1,Layer1:[120,96,64,7],"
-    "Layer2:[88,80,96,14],LensFlareOn:-1,LensFlarePos:[-20480,-8192,30720],"
-    "LensFlareColour:[255,224,160],MirrorRoom:0,MirrorValue:0,MirrorOn:0,"
-    "Camera:[40960,-2048,61440,43008,-1536,60416],CameraRoom:27,NameString:2,LevelFlags:2588,"
-    "FileNameIndex:2,AudioTrack:111,MipCount:0,Mips:[{Low:0,High:0}],UVRotate:0,UVRotateOn:0,"
-    "LegendOn:0,Legend:0,Fog:[0,0,0],FogOn:0,ObjectCount:6,"
-    "Objects:[{Kind:0,Id:2,StringId:73,Combo:0,Params:[-8,800,-16384,0,16384,8]},"
-    "{Kind:0,Id:2,StringId:73,Combo:0,Params:[4,832,0,-32768,0,10]},"
-    "{Kind:0,Id:3,StringId:74,Combo:0,Params:[0,768,16384,0,-32768,2]},"
-    "{Kind:1,Id:2,StringId:59,Combo:0,Params:[0,768,16384,0,-32768,2]},"
-    "{Kind:1,Id:3,StringId:60,Combo:0,Params:[8,640,0,8192,0,2]},"
-    "{Kind:2,Id:1,StringId:113,Combo:0,Params:[8,640,0,8192,0,2]}],Tr5ListA:[],Tr5ListACount:0,"
-    "Tr5ListB:[],Tr5ListBCount:0,LevelRaw:{Length:11,Bytes:9495a0a0a1ab898a848d91}}";
+    "{PuzzleCount:1,Puzzles:[{Params:[0,768,16384,0,-32768,2],Id:8,StringId:119}],KeyCount:0,"
+    "Keys:[],PuzzleComboCount:0,PuzzleCombos:[],KeyComboCount:0,KeyCombos:[],PickupCount:1,"
+    "Pickups:[{Params:[8,640,0,8192,0,2],Id:3,StringId:118}],PickupComboCount:0,PickupCombos:[],"
+    "ExamineCount:1,Examines:[{Params:[-8,800,-16384,0,16384,8],Id:2,StringId:107}],Fmv:6,Cut:30,"
+    "CutCount:0,Cuts:[],ResetHub:0,Layer1On:-1,Layer2On:-1,Layer1:[16,16,40,3],Layer2:[24,24,48,"
+    "6],LensFlareOn:-1,LensFlarePos:[28672,-4096,8192],LensFlareColour:[208,208,255],MirrorRoom:0,"
+    "MirrorValue:0,MirrorOn:0,Camera:[45056,-512,45056,46080,-768,47104],CameraRoom:2,"
+    "NameString:11,LevelFlags:-32196,FileNameIndex:11,AudioTrack:120,MipCount:0,Mips:[{Low:0,"
+    "High:0}],UVRotate:0,UVRotateOn:0,LegendOn:-1,Legend:15,Fog:[0,0,0],FogOn:0,ObjectCount:3,"
+    "Objects:[{Kind:0,Id:8,StringId:119,Combo:0,Params:[0,768,16384,0,-32768,2]},{Kind:2,Id:3,"
+    "StringId:118,Combo:0,Params:[8,640,0,8192,0,2]},{Kind:6,Id:2,StringId:107,Combo:0,Params:[-8,"
+    "800,-16384,0,16384,8]}],Tr5ListA:[],Tr5ListACount:0,Tr5ListB:[],Tr5ListBCount:0,"
+    "LevelRaw:{Length:10,Bytes:a6adb080898a8c848d91}}";
 
 TEST_F(ToolsTest, ListingTellsTheSampleAndChangesNoFile) {
   const std::string script = CopySample("tr4");
@@ -91,7 +85,7 @@ TEST_F(ToolsTest, ListingTellsTheSampleAndChangesNoFile) {
   EXPECT_EQ(Listing("list tr4 " + script), 0);
   for (const char c : Out()) ASSERT_TRUE((c >= ' ' && c < 0x7f) || c == '\n' || c == '\r');
   const Json listing = Json::parse(Out());
-  std::string level = JsonLine(listing["Levels"][2]);
+  std::string level = JsonLine(listing["Levels"][11]);
   std::erase(level, '"');
   EXPECT_EQ(level, kTr4Level);
   EXPECT_EQ(listing["Levels"][5]["MirrorRoom"], 0x25);
@@ -264,6 +258,10 @@ TEST_F(ScriptCommandTest, BuildsAllFilesOrNone) {
   EXPECT_EQ(FilesIn(Path("new")), kSampleFiles);
   EXPECT_EQ(Bytes(Path("new/SCRIPT.DAT")), Bytes(script));
   EXPECT_EQ(Bytes(Path("new/GERMAN.DAT")).size(), Bytes(Path("tr4/GERMAN.DAT")).size() + 1);
+  MakeFile(Path("b.json"), R"({"Format": "quillmark-script", "Version": 1, "ScriptKind": 4,
+      "FileNames": ["T"], "Levels": [{"Fog": [1, 0, 0]}]})");
+  ASSERT_EQ(Run("build " + Path("b.json") + " " + Path("fog")), 0);
+  EXPECT_NE(Error().find("it reads as 0 0 0"), std::string::npos) << Error();
 
   // The script is there under another letter case, one language can't take its place.
   fs::create_directories(Path("old/ITALIAN.DAT/full"));
