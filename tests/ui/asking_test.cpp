@@ -180,6 +180,8 @@ TEST(Drops, BringOneFileToTheWindowAndNoPathIntoABox) {
   EXPECT_FALSE(frmEditor.DropFile("/there/ENGLISH.DAT"));
   EXPECT_TRUE(frmEditor.DropFile("/there/script.dat"));
   EXPECT_EQ(screen.start, QStringLiteral("/there/script.dat")) << "the load asks for it";
+  frmEditor.Command7.SetEnabled(false);
+  EXPECT_FALSE(frmEditor.DropFile("/there/SCRIPT.DAT"));
   frmEditor.wantsFile = nullptr;
   frmEditor.onFileDropped = nullptr;
 }
