@@ -78,23 +78,26 @@ Json ListOf(const Array& array, std::int64_t count) {
 /// Lists fields one after the other under their names.
 class Record {
  public:
+  /// Room for all fields of a level: while a record grows, all that it holds is copied.
+  Record() { Fields().reserve(64); }
   template <class Type>
   Record& Field(const char* name, const Type& value) {
-    object_[name] = ToJson(value);
-    return *this;
+    return Put(name, ToJson(value));
   }
   template <class Array>
   Record& List(const char* name, const Array& array, std::int64_t count) {
-    object_[name] = ListOf(array, count);
-    return *this;
+    return Put(name, ListOf(array, count));
   }
+  /// No name comes twice, so that none has to be looked for.
   Record& Put(const char* name, Json value) {
-    object_[name] = std::move(value);
+    Fields().emplace_back(name, std::move(value));
     return *this;
   }
   Json Done() { return std::move(object_); }
 
  private:
+  Json::object_t& Fields() { return object_.get_ref<Json::object_t&>(); }
+
   Json object_ = Json::object();
 };
 

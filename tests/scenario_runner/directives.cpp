@@ -31,13 +31,8 @@ void CheckBytes(const std::string& path, std::istream& line) {
   const std::size_t offset = ReadOffset(line);
   const std::string wanted = ReadHex(line);
   if (bytes.compare(std::min(offset, bytes.size()), wanted.size(), wanted) == 0) return;
-  std::string got = "the file has ";
-  for (const char byte : bytes.substr(std::min(offset, bytes.size()), wanted.size())) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    got += {digits[static_cast<unsigned char>(byte) / 16],
-            digits[static_cast<unsigned char>(byte) % 16], ' '};
-  }
-  throw Failure(got);
+  throw Failure("the file has " +
+                HexOf(bytes.substr(std::min(offset, bytes.size()), wanted.size())));
 }
 
 void CheckSize(const std::string& path, std::istream& line) {

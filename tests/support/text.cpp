@@ -59,6 +59,19 @@ std::string Hex(std::string digits) {
   return bytes;
 }
 
+std::string HexOf(std::string_view bytes) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string hex;
+  for (const unsigned char byte : bytes) hex += {digits[byte / 16], digits[byte % 16], ' '};
+  return hex;
+}
+
+std::string Zeros(std::size_t count) { return std::string(count, '\0'); }
+
+std::string Word(int value) {
+  return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
+}
+
 std::string Bytes(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) throw std::runtime_error("cannot read " + path);

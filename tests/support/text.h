@@ -32,6 +32,11 @@ std::string Replaced(std::string text, const std::string& what, const std::strin
 /// The bytes that hexadecimal digits stand for; blanks are passed over.
 std::string Hex(std::string digits);
 
+/// The same the other way, with a blank behind each byte.
+std::string HexOf(std::string_view bytes);
+std::string Zeros(std::size_t count);
+std::string Word(int value);
+
 /// What a file holds; throws `std::runtime_error` if it can't be read, or made.
 std::string Bytes(const std::string& path);
 void MakeFile(const std::string& path, std::string_view bytes);

@@ -62,12 +62,6 @@ bool CoreTest::LoadStreams(std::uint8_t game, const std::vector<std::string>& st
   return LoadAdventure(Path("one"), game);
 }
 
-std::string Zeros(std::size_t count) { return std::string(count, '\0'); }
-
-std::string Word(int value) {
-  return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
-}
-
 std::string Repeated(std::string_view bytes, int times) {
   std::string all;
   for (int i = 0; i < times; ++i) all += bytes;
@@ -94,32 +88,6 @@ std::map<std::string, std::string> BytesIn(const std::string& folder) {
 bool IsNamed(const std::string& path) {
   const fs::path whole(path);
   return FilesIn(whole.parent_path().string()).contains(whole.filename().string());
-}
-
-OffsetTable Joined(const std::vector<std::string>& entries) {
-  OffsetTable table;
-  for (const std::string& entry : entries) {
-    table.offsets += Word(static_cast<int>(table.entries.size()));
-    table.entries += entry;
-  }
-  return table;
-}
-
-int ElementLength(std::uint8_t game, int opcode) {
-  struct Range {
-    int first, last, tr4, tr5;
-  };
-  static constexpr Range ranges[] = {
-      {0x80, 0x80, 2, 2},  {0x84, 0x88, 2, 2},   {0x89, 0x8a, 5, 5},  {0x8b, 0x8b, 2, 2},
-      {0x8c, 0x8c, 2, 1},  {0x8d, 0x8d, 10, 1},  {0x8e, 0x8e, 6, 1},  {0x8f, 0x8f, 4, 1},
-      {0x90, 0x90, 2, 2},  {0x91, 0x91, 26, 1},  {0x92, 0x92, 2, 15}, {0x93, 0x99, 15, 15},
-      {0x9a, 0x9d, 15, 1}, {0x9e, 0xa5, 15, 15}, {0xa6, 0xa9, 15, 1}, {0xaa, 0xad, 15, 15},
-      {0xae, 0xc0, 15, 1}, {0xc1, 0xd0, 15, 15}, {0xd1, 0xd8, 15, 1}, {0xd9, 0xd9, 15, 3},
-      {0xda, 0xda, 1, 3}};
-  for (const Range& range : ranges) {
-    if (opcode >= range.first && opcode <= range.last) return game == kTr4 ? range.tr4 : range.tr5;
-  }
-  return 1;
 }
 
 std::string ScriptBytes(const std::vector<std::string>& streams) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/script_model.h"
+#include "support/script_generator.h"
 #include "support/text.h"
 #include "tools/adventure.h"
 #include "tools/script/finding.h"
@@ -40,8 +41,6 @@ class CoreTest : public testing::Test {
   std::string folder_;
 };
 
-std::string Zeros(std::size_t count);
-std::string Word(int value);
 std::string Repeated(std::string_view bytes, int times);
 /// The names of all that stands in a folder.
 std::set<std::string> FilesIn(const std::string& folder);
@@ -53,18 +52,6 @@ bool IsNamed(const std::string& path);
 /// Behind the elements of a level: what a TR4 stream has to have, and the closing pair.
 inline const std::string kCamera = "\x91" + std::string(25, '\0');
 inline const std::string kClose = Hex("81 00 0000 00 00 83");
-
-/// Offsets of the entries, and the entries behind them.
-struct OffsetTable {
-  std::string offsets;
-  std::string entries;
-};
-
-OffsetTable Joined(const std::vector<std::string>& entries);
-
-/// The bytes of the whole element that begins with `opcode`; 1 for what is no opcode of the game,
-/// and for those that close a level.
-int ElementLength(std::uint8_t game, int opcode);
 
 /// A script with these streams and one file name.
 std::string ScriptBytes(const std::vector<std::string>& streams);

@@ -8,6 +8,7 @@
 #include "core/level_stream.h"
 #include "core/opcode_table.h"
 #include "strings/language_files.h"
+#include "support/script_generator.h"
 #include "tools/script/diff.h"
 #include "tools/script/field_text.h"
 #include "tools/script/json_form.h"
@@ -18,7 +19,6 @@
 #include "tools/script/show.h"
 #include "tools/script/text_form.h"
 #include "unit/core_fixture.h"
-#include "unit/script_generator.h"
 
 namespace quillmark {
 namespace {

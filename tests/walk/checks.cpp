@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
+#include <tuple>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -14,6 +15,9 @@
 #include "core/script_model.h"
 #include "forms/editor_controls.h"
 #include "forms/fault_texts.h"
+#include "forms/interface_texts.h"
+#include "platform/number_text.h"
+#include "strings/language_files.h"
 #include "support/text.h"
 #include "tools/listing.h"
 #include "walk/act_rules.h"
@@ -26,12 +30,6 @@ namespace {
 constexpr std::string_view kReady = "ready";
 
 std::string Plain(std::int64_t number) { return std::to_string(number); }
-
-std::string UpperHex(std::int32_t number) {
-  std::ostringstream text;
-  text << std::uppercase << std::hex << static_cast<std::uint32_t>(number);
-  return text.str();
-}
 
 bool Matches(const std::string& text, const std::string& expression) {
   static std::map<std::string, std::regex> compiled;  // which takes longer than to match
@@ -56,7 +54,8 @@ void CheckCounts(const Json& level) {
     if (!name.ends_with("Count") || name == "MipCount") continue;
     const std::string list = name.substr(0, name.size() - std::strlen("Count"));
     const Json& entries = level[level.contains(list + "s") ? list + "s" : list];
-    RequireBound(name, count, std::ssize(entries));
+    // Where a refresh has failed, objects can be deleted that are on the screen alone.
+    RequireBound(name, std::max<int>(0, count), std::ssize(entries));
   }
 }
 
@@ -105,9 +104,11 @@ std::vector<Flag> Flags() {
 void Checks::Before(const std::string& line, const std::string& prompt) {
   if (prompt == kReady) {
     act_ = line;
-    boxed_ = false;
+    boxed_ = faulted_ = false;
+    replaces_ = Matches(line, R"(\w+ (frmEditor\.Command(7|24)|frmSelScript\.\w+)\b.*)");
     savePath_.clear();
     level_ = frmEditor.lstLevels.Row();
+    name_ = frmEditor.cmbName.Row();
   }
   if (model_.is_null()) {
     HearFaults();
@@ -127,6 +128,7 @@ void Checks::After(const std::string& answer, const std::string& prompt) {
   CheckChanges(prompt == kReady);
   CheckBounds();
   CheckControls(prompt == kReady);
+  if (prompt == kReady) CheckRows();
   if (prompt == kReady && !boxed_ && !refused_) CheckPanel();
   if (prompt.starts_with("box information OK") && !savePath_.empty()) {
     CheckSavedScript(std::exchange(savePath_, {}));
@@ -143,6 +145,7 @@ void Checks::HearFaults() {
 void Checks::CheckFault() {
   const std::optional<Fault> fault = std::exchange(fault_, {});
   if (!fault) return;
+  faulted_ = true;
   const std::string name(FaultName(fault->kind()));
   const std::string kind = Replaced(name, " fault", "");
   if (!Matches(kind, std::string(RuleOf(act_).faults))) {
@@ -157,6 +160,7 @@ void Checks::CheckFault() {
 void Checks::CheckChanges(bool ready) {
   Json now = ListScript();
   if (now != model_) {
+    for (const Json& level : now["Levels"]) CheckCounts(level);
     const std::string_view paths = refused_ ? std::string_view() : RuleOf(act_).paths;
     const std::string before = WithLevel(paths, level_);
     const std::string after = WithLevel(paths, frmEditor.lstLevels.Row());
@@ -183,41 +187,63 @@ void Checks::CheckDelete(const Json& now) const {
       {"click frmEditor.Command14", "@/ObjectCount"}};
   const auto count = counts.find(act_);
   if (count == counts.end()) return;
-  const std::string place = WithLevel(count->second, level_);
-  const int left = model_[Json::json_pointer(place)].get<int>() - 1;
-  if (now[Json::json_pointer(place)] != left) {
-    throw Finding{act_ + " does not shorten its list", "model " + place + " " + Plain(left)};
-  }
+  const Json::json_pointer place(WithLevel(count->second, level_));
+  const int left = model_.value(place, 0) - 1;
+  if (!now.contains(place) || now[place] == left) return;
+  throw Finding{act_ + " does not shorten its list",
+                "model " + place.to_string() + " " + Plain(left)};
 }
 
 void Checks::CheckFlag(const Json& now) const {
   const auto levels = std::min(std::ssize(model_["Levels"]), std::ssize(now["Levels"]));
   if (refused_ || boxed_ || level_ < 0 || level_ >= levels) return;
-  const std::string place = "/Levels/" + Plain(level_) + "/LevelFlags";
-  const int before = model_[Json::json_pointer(place)];
-  const int after = now[Json::json_pointer(place)];
+  const Json::json_pointer place(WithLevel("@/LevelFlags", level_));
   for (const Flag& flag : Flags()) {
     const std::string name = DriverName(*flag.box);
-    if (!flag.flipped || (line_ != "click " + name && line_ != "mouse " + name + " right"))
-      continue;
-    const auto flipped = static_cast<std::int16_t>(before ^ flag.bit);
-    if (after != flipped) {
-      throw Finding{name + " flips another bit", "model " + place + " " + Plain(flipped)};
-    }
+    const bool pressed = line_ == "click " + name || line_ == "mouse " + name + " right";
+    const auto flipped = static_cast<std::int16_t>(model_[place].get<int>() ^ flag.bit);
+    if (!pressed || !flag.flipped || now[place] == flipped) continue;
+    throw Finding{name + " flips another bit", "model " + place.to_string() + " " + Plain(flipped)};
   }
 }
 
 void Checks::CheckBounds() {
-  const auto levels = std::ssize(TRScript.Levels);
-  for (const Json& level : model_["Levels"]) CheckCounts(level);
+  bool whole = model_["NumLevels"] == model_["Levels"].size() &&
+               model_["NumFileNames"] == model_["FileNames"].size();
+  for (const Json& slot : model_["Languages"]) {
+    const bool listed =
+        slot["Offsets"].size() == slot["Total"] && slot["Strings"].size() == slot["Total"];
+    whole = whole && (listed || slot["Loaded"] != kOn);
+  }
   // A load or a new script that was broken off leaves the model in pieces.
-  const bool whole = TRScript.NumLevels <= levels;
-  if (Matches(act_, R"(\w+ (frmEditor\.(Command7|Command24)|frmSelScript\.\w+)\b.*)")) {
-    broken_ = true;
-  } else if (!whole && !broken_) {
-    throw Finding{"there are less levels than counted", "# " + Plain(levels)};
-  } else {
-    broken_ = broken_ && !whole;
+  if (!whole && !broken_ && !replaces_) throw Finding{"there is less than counted", "# " + act_};
+  broken_ = replaces_ || (broken_ && !whole);
+}
+
+/// Rows that agree with the model go on doing so, but for faults and for what is told here.
+void Checks::CheckRows() {
+  const FrmEditor& form = frmEditor;
+  const auto rows = [this](const Control& list) { return hands_.Describe(list)["rows"]; };
+  Json names = model_["FileNames"];
+  for (Json& name : names) name = ShownText(name.get<std::string>());
+  Json levels = Json::array();
+  for (const Json& level : model_["Levels"]) {
+    const std::string& name = StringsMod.StringPool[level["NameString"].get<int>()];
+    levels.push_back(TextOfBytes(levels.empty() ? TextOf(Entry::TitleLevelRow) : ShownText(name)));
+  }
+  // Titles follow where the panel shows another name. Till then an insert leaves too many.
+  const std::tuple<const char*, bool, bool> lists[] = {
+      {"NumLevels", rows(form.lstLevels).size() == model_["NumLevels"],
+       act_.ends_with(".Command19")},
+      {"lstLevels", rows(form.lstLevels) == levels, form.cmbName.Row() == name_},
+      {"lstFileNames", rows(form.lstFileNames) == names, false},
+      {"cmbFN", rows(form.cmbFN) == names, act_ == "menu frmEditor.mnuEraseAllFiles"}};
+  const bool loaded = act_ == "click frmSelScript.Command1" && !boxed_ && !refused_;
+  for (bool* agreed = agreed_; const auto& [list, agrees, mayPart] : lists) {
+    if (!agrees && (loaded || (*agreed && !mayPart && !faulted_ && !replaces_))) {
+      throw Finding{std::string(list) + " differs from the model", "# " + act_};
+    }
+    *agreed++ = agrees && !broken_;
   }
 }
 
@@ -247,9 +273,6 @@ void Checks::Want(const Control& control, const char* member, const Json& value)
 /// Behind an act that ends in a refresh the panel shows the record, and nothing else.
 void Checks::CheckPanel() {
   const FrmEditor& form = frmEditor;
-  if (act_ == "click frmSelScript.Command1" && form.lstLevels.Count() != TRScript.NumLevels) {
-    throw Finding{"a load shows other levels", "# " + Plain(form.lstLevels.Count())};
-  }
   const int row = form.lstLevels.Row();
   const bool selects = Matches(act_, R"((select|key) frmEditor\.lstLevels .*)") && row != level_;
   const bool copies = Matches(act_, R"(click frmEditor\.(cmdAddLevel|Command2[0156]))");
@@ -293,9 +316,7 @@ void Checks::CheckPanel() {
   wantText(form.txtUV, level.UVRotate, IsOn(level.UVRotateOn));
   wantText(form.txtResetHUB, level.ResetHub);
   wantText(form.txtMirrorRoom, level.MirrorRoom, mirror);
-  Want(form.txtMirrorValue, "text", mirror ? UpperHex(level.MirrorValue) : "0");
-  Json objects = Json::array();
-  for (int i = 0; i < level.ObjectCount; ++i) objects.push_back(Plain(i));
+  Want(form.txtMirrorValue, "text", mirror ? HexText(level.MirrorValue) : "0");
   // Where the legend's row changes, a refresh inside of the refresh lists the cutscenes once more.
   Json cuts = Json::array();
   do {
@@ -304,14 +325,12 @@ void Checks::CheckPanel() {
     }
   } while (level.CutCount > 0 && std::ssize(cuts) < form.lstCuts.Count());
   Want(form.lstCuts, "rows", cuts);
-  Json indices = Json::array();
-  for (const ListViewRow& shown : form.lstObj.Rows()) indices.push_back(shown.cells.back());
-  if (indices != objects) throw Finding{"lstObj differs from the record", "# " + JsonLine(indices)};
-  for (int i = 0; i < level.ObjectCount; ++i) {
-    if (form.lstObj.Cell(i, 2) != Plain(level.Objects[i].Id)) {
-      throw Finding{"an Id in lstObj differs from the record", "# row " + Plain(i)};
-    }
+  bool listed = form.lstObj.Count() == level.ObjectCount;
+  for (int i = 0; listed && i < level.ObjectCount; ++i) {
+    listed = form.lstObj.Cell(i, 2) == Plain(level.Objects[i].Id) &&
+             form.lstObj.Rows()[static_cast<std::size_t>(i)].cells.back() == Plain(i);
   }
+  if (!listed) throw Finding{"lstObj differs from the record", "# row " + Plain(row)};
 }
 
 }  // namespace quillmark

@@ -35,6 +35,7 @@ class Checks {
   void CheckFlag(const Json& now) const;
   void CheckDelete(const Json& now) const;
   void CheckBounds();
+  void CheckRows();
   void CheckControls(bool ready);
   void CheckPanel();
   void Want(const Control& control, const char* member, const Json& value);
@@ -43,8 +44,12 @@ class Checks {
   Json model_;       ///< before the line
   std::string act_;  ///< the act that is under way; answers to its boxes belong to it
   std::string line_;
-  int level_ = -1;      ///< the selected row before the line
+  int level_ = -1;      ///< the selected row before the act
+  int name_ = -1;       ///< that of the level's name in the panel
   bool boxed_ = false;  ///< the act has opened a box
+  bool faulted_ = false;
+  bool replaces_ = false;  ///< it may load another script, or make one
+  bool agreed_[4] = {};    ///< whether lists showed what the model held before the act
   bool refused_ = false;
   bool broken_ = true;  ///< a load or a new script was broken off, and the model is in pieces
   std::optional<Fault> fault_;  ///< that came since the line

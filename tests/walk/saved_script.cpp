@@ -49,7 +49,7 @@ bool ScriptIsReadable() {
     if (extension->size() != kExtensionLength) return false;  // the dialog has cut it
   }
   for (const LevelRecord& level : TRScript.Levels.First(TRScript.NumLevels)) {
-    const auto objects = level.Objects.First(level.ObjectCount);
+    const auto objects = level.Objects.First(std::max<int>(0, level.ObjectCount));
     if (!std::all_of(objects.begin(), objects.end(), IsReadable)) return false;
   }
   return true;

@@ -5,8 +5,10 @@
 #include <sstream>
 
 #include "controls/desktop.h"
+#include "core/script_model.h"
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
+#include "support/script_generator.h"
 #include "support/text.h"
 
 namespace quillmark {
@@ -70,14 +72,20 @@ std::vector<std::string> Walker::Preparation() {
   std::vector<std::string> lines = {"@ fold $WORK/out", "@ text $WORK/out/SCRIPT.DAT \"\""};
   constexpr int kLevelBlock = 400;  // of both samples: behind it stand offsets and streams
   constexpr int kReach = 650;
+  if (Chance(33)) {
+    ScriptGenerator generator(static_cast<unsigned>(Below(10000)), true);
+    for (const bool tr5 : {false, true}) {
+      const std::string write = tr5 ? "@ write $WORK/tr5/" : "@ write $WORK/tr4/";
+      lines.push_back(write + "SCRIPT.DAT " + HexOf(generator.Script(tr5 ? kTr5 : kTr4)));
+      if (Chance(15)) lines.push_back(write + "ENGLISH.DAT " + HexOf(generator.LanguageFile()));
+    }
+    return lines;
+  }
   const int patches = Chance(50) ? 0 : Below(6) + 1;
   for (int i = 0; i < patches; ++i) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::ostringstream line;
-    line << "@ patch $WORK/" << (Chance(50) ? "tr4" : "tr5") << "/SCRIPT.DAT "
-         << kLevelBlock + Below(kReach) << ' ' << digits[static_cast<std::size_t>(Below(16))]
-         << digits[static_cast<std::size_t>(Below(16))];
-    lines.push_back(line.str());
+    const std::string patch = Chance(50) ? "@ patch $WORK/tr4/" : "@ patch $WORK/tr5/";
+    lines.push_back(patch + "SCRIPT.DAT " + std::to_string(kLevelBlock + Below(kReach)) + " " +
+                    HexOf(std::string(1, static_cast<char>(Below(256)))));
   }
   return lines;
 }
@@ -90,7 +98,7 @@ std::string Walker::NextLine(const std::string& prompt) {
   if (frmSelScript.Shown() && Chance(80)) return ChooseGame();
   if (frmEditor.Command7.Reachable() && Chance(50)) {
     const ListBox& levels = frmEditor.lstLevels;
-    if (!frmEditor.Frame3.Enabled() || levels.Count() == 0) return "click frmEditor.Command7";
+    if (!frmEditor.Command15.Enabled() || levels.Count() == 0) return "click frmEditor.Command7";
     if (levels.Row() < 0)
       return "select frmEditor.lstLevels " + std::to_string(Below(levels.Count()));
   }

@@ -17,7 +17,7 @@ class Walker {
  public:
   explicit Walker(std::uint32_t seed) : engine_(seed) {}
 
-  /// Lines that change the samples before the program starts.
+  /// Lines that change or replace the samples before the program starts.
   std::vector<std::string> Preparation();
   /// The line for a driver that has printed this prompt.
   std::string NextLine(const std::string& prompt);
