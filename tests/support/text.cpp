@@ -62,7 +62,10 @@ std::string Hex(std::string digits) {
 std::string HexOf(std::string_view bytes) {
   constexpr std::string_view digits = "0123456789ABCDEF";
   std::string hex;
-  for (const unsigned char byte : bytes) hex += {digits[byte / 16], digits[byte % 16], ' '};
+  for (const char byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    hex += {digits[value / 16], digits[value % 16], ' '};
+  }
   return hex;
 }
 
