@@ -316,7 +316,8 @@ void Checks::CheckPanel() {
   wantText(form.txtUV, level.UVRotate, IsOn(level.UVRotateOn));
   wantText(form.txtResetHUB, level.ResetHub);
   wantText(form.txtMirrorRoom, level.MirrorRoom, mirror);
-  Want(form.txtMirrorValue, "text", mirror ? HexText(level.MirrorValue) : "0");
+  Want(form.txtMirrorValue, "text",
+       mirror ? HexText(static_cast<std::uint32_t>(level.MirrorValue.value())) : "0");
   // Where the legend's row changes, a refresh inside of the refresh lists the cutscenes once more.
   Json cuts = Json::array();
   do {
