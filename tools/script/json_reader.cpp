@@ -79,15 +79,15 @@ const Json& JsonReader::ListOf(const Json* member, const std::string& place, std
 
 std::optional<std::int64_t> JsonReader::ReadNumber(const Json& json, const std::string& place,
                                                    std::int64_t lowest, std::int64_t highest) {
-  const std::string range = std::to_string(lowest) + " to " + std::to_string(highest);
+  const auto range = [&] { return std::to_string(lowest) + " to " + std::to_string(highest); };
   if (!json.is_number_integer()) {
-    Error("wrong-type", place, "a whole number from " + range + " is needed");
+    Error("wrong-type", place, "a whole number from " + range() + " is needed");
     return std::nullopt;
   }
   const bool beyond = json.is_number_unsigned() && json.get<std::uint64_t>() > kLargest;
   const std::int64_t number = beyond ? highest : json.get<std::int64_t>();
   if (!beyond && number >= lowest && number <= highest) return number;
-  Error("out-of-range", place, json.dump() + " is not in the range from " + range);
+  Error("out-of-range", place, json.dump() + " is not in the range from " + range());
   return std::nullopt;
 }
 
