@@ -223,7 +223,8 @@ void Checks::CheckBounds() {
 /// Rows that agree with the model go on doing so, but for faults and for what is told here.
 void Checks::CheckRows() {
   const FrmEditor& form = frmEditor;
-  const auto rows = [this](const Control& list) { return hands_.Describe(list)["rows"]; };
+  // That the widgets show the same is looked at in any case.
+  const auto rows = [](const Control& list) { return Hands().Describe(list)["rows"]; };
   Json names = model_["FileNames"];
   for (Json& name : names) name = ShownText(name.get<std::string>());
   Json levels = Json::array();
