@@ -18,13 +18,6 @@ namespace fs = std::filesystem;
 
 fs::path FormOfSystem(std::string_view path) { return path; }
 
-/// The folder in which the file stands that `path` leads to.
-fs::path FolderOf(const fs::path& path) {
-  std::error_code error;
-  const fs::path folder = fs::canonical(path, error).parent_path();
-  return folder.empty() ? fs::path(".") : folder;
-}
-
 fs::path NameOnDisk(const fs::path& path) {
   if (IsThere(path)) return path.filename();
   const std::string wanted = UpperCased(PathText(path.filename()));
@@ -78,9 +71,13 @@ bool IsWriteProtected(const fs::path& path) {
 }
 
 bool IsKeptForOthers(const fs::path& path) {
+  std::error_code error;
+  const fs::path place = fs::canonical(path, error);
   struct stat file {};
   struct stat folder {};
-  if (stat(path.c_str(), &file) != 0 || stat(FolderOf(path).c_str(), &folder) != 0) return false;
+  if (stat(place.c_str(), &file) != 0 || stat(place.parent_path().c_str(), &folder) != 0) {
+    return false;
+  }
   const uid_t user = geteuid();
   const bool isOurs = user == 0 || user == file.st_uid || user == folder.st_uid;
   return (folder.st_mode & S_ISVTX) != 0 && !isOurs;

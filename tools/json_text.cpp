@@ -54,4 +54,14 @@ void PrintJson(std::ostream& output, const Json& value) {
   output << (value.is_object() ? '}' : ']');
 }
 
+Json ObjectFor(std::size_t members) {
+  Json object = Json::object();
+  object.get_ref<Json::object_t&>().reserve(members);
+  return object;
+}
+
+void Append(Json& object, std::string_view name, Json member) {
+  object.get_ref<Json::object_t&>().emplace_back(name, std::move(member));
+}
+
 }  // namespace quillmark

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <iosfwd>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
@@ -19,5 +20,11 @@ std::string JsonLine(const Json& value);
 /// Puts the same line, without its end, on `output` part by part: as text a model can take many
 /// times the memory that it takes as such.
 void PrintJson(std::ostream& output, const Json& value);
+
+/// An object with room for so many members: one that grows copies all that it holds.
+Json ObjectFor(std::size_t members);
+
+/// Adds a member whose name is not there yet, without looking for it.
+void Append(Json& object, std::string_view name, Json member);
 
 }  // namespace quillmark

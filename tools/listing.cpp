@@ -78,8 +78,6 @@ Json ListOf(const Array& array, std::int64_t count) {
 /// Lists fields one after the other under their names.
 class Record {
  public:
-  /// Room for all fields of a level: while a record grows, all that it holds is copied.
-  Record() { Fields().reserve(64); }
   template <class Type>
   Record& Field(const char* name, const Type& value) {
     return Put(name, ToJson(value));
@@ -88,17 +86,16 @@ class Record {
   Record& List(const char* name, const Array& array, std::int64_t count) {
     return Put(name, ListOf(array, count));
   }
-  /// No name comes twice, so that none has to be looked for.
   Record& Put(const char* name, Json value) {
-    Fields().emplace_back(name, std::move(value));
+    Append(object_, name, std::move(value));
     return *this;
   }
   Json Done() { return std::move(object_); }
 
  private:
-  Json::object_t& Fields() { return object_.get_ref<Json::object_t&>(); }
+  static constexpr std::size_t kMostFields = 64;
 
-  Json object_ = Json::object();
+  Json object_ = ObjectFor(kMostFields);
 };
 
 // Spells a field's name once.

@@ -37,13 +37,14 @@ constexpr ActRule kRules[] = {
     {MAIN "Command25\\b.*", REFRESH, kRefreshFaults},
     // Check boxes: the space bar and the arrows change the box alone.
     {"(key|space) frmEditor\\.(chk\\w+|check1).*", kNothing, kNothing},
+    {MAIN "(chkTrain|chkNo|chkWe)\\b.*", kNothing, kNothing},
     {MAIN "chkLayer1\\b.*", "@/LevelFlags|@/Layer1On", kFieldFaults},
     {MAIN "chkLayer2\\b.*", "@/LevelFlags|@/Layer2On", kFieldFaults},
     {MAIN "chkLens\\b.*", "@/LevelFlags|@/LensFlareOn", kFieldFaults},
     {MAIN "chkFog\\b.*", "@/FogOn", kFieldFaults},
     {MAIN "chkMirror\\b.*", "@/MirrorOn", kFieldFaults},
     {MAIN "chkUV\\b.*", "@/UVRotateOn", kFieldFaults},
-    {MAIN "(chk(?!Train|No|We)\\w+|check1)\\b.*", "@/LevelFlags", kFieldFaults},
+    {MAIN "(chk\\w+|check1)\\b.*", "@/LevelFlags", kFieldFaults},
     // Combos.
     {MAIN "cmbCut\\b.*", "@/Cut", kFieldFaults},
     {MAIN "cmbFMV\\b.*", "@/Fmv", kFieldFaults},

@@ -240,11 +240,12 @@ void Checks::CheckRows() {
       {"lstFileNames", rows(form.lstFileNames) == names, false},
       {"cmbFN", rows(form.cmbFN) == names, act_ == "menu frmEditor.mnuEraseAllFiles"}};
   const bool loaded = act_ == "click frmSelScript.Command1" && !boxed_ && !refused_;
-  for (bool* agreed = agreed_; const auto& [list, agrees, mayPart] : lists) {
-    if (!agrees && (loaded || (*agreed && !mayPart && !faulted_ && !replaces_))) {
+  for (const auto& [list, agrees, mayPart] : lists) {
+    bool& agreed = agreed_[list];
+    if (!agrees && (loaded || (agreed && !mayPart && !faulted_ && !replaces_))) {
       throw Finding{std::string(list) + " differs from the model", "# " + act_};
     }
-    *agreed++ = agrees && !broken_;
+    agreed = agrees && !broken_;
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -48,8 +49,8 @@ class Checks {
   int name_ = -1;       ///< that of the level's name in the panel
   bool boxed_ = false;  ///< the act has opened a box
   bool faulted_ = false;
-  bool replaces_ = false;  ///< it may load another script, or make one
-  bool agreed_[4] = {};    ///< whether lists showed what the model held before the act
+  bool replaces_ = false;               ///< it may load another script, or make one
+  std::map<std::string, bool> agreed_;  ///< whether lists showed what the model held before the act
   bool refused_ = false;
   bool broken_ = true;  ///< a load or a new script was broken off, and the model is in pieces
   std::optional<Fault> fault_;  ///< that came since the line

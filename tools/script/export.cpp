@@ -40,18 +40,6 @@ Json FieldToJson(const Record& record, const NumberField<Record>& field) {
   }
 }
 
-/// An object with room for so many members: one that grows copies all that it holds.
-Json ObjectFor(std::size_t members) {
-  Json object = Json::object();
-  object.get_ref<Json::object_t&>().reserve(members);
-  return object;
-}
-
-/// Adds a member of a name that is not there yet, without looking for it.
-void Append(Json& object, std::string_view name, Json member) {
-  object.get_ref<Json::object_t&>().emplace_back(name, std::move(member));
-}
-
 template <class Record>
 void PutFields(const ScriptValue& value, const Record& record, Json& object) {
   for (const NumberField<Record>& field : FieldsOf(record)) {
