@@ -131,8 +131,11 @@ std::string Build(std::uint8_t game, const LevelRecord& level, bool isTitle) {
 }
 
 std::string Lines(const Findings& findings) {
+  static const std::string known = '\n' + Bytes(QUILLMARK_FINDINGS);
   std::string lines;
   for (const Finding& finding : findings) {
+    const std::string line = FindingLine(finding) + '\n';
+    EXPECT_NE(known.find('\n' + line), std::string::npos) << line;
     lines += std::string(finding.id) + ' ' + finding.place + '\n';
   }
   return lines;

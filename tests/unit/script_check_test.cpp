@@ -86,8 +86,10 @@ TEST_F(ScriptCheckTest, ListsTheFirstEightUnknownBytes) {
 }
 
 TEST_F(ScriptCheckTest, FindsWhatNoLoadGetsPast) {
-  EXPECT_EQ(FoundIn({kTitle, Repeated("\x92" + kObject, 14) + kClose}),
-            "group-full /Levels/1\nload-fails \n");
+  for (const std::string& full : {Repeated("\x92" + kObject, 14), Repeated(Hex("85 00"), 101),
+                                  Repeated(Hex("da 0000"), 34)}) {
+    EXPECT_EQ(FoundIn({kTitle, full + kClose}), "group-full /Levels/1\nload-fails \n");
+  }
   EXPECT_EQ(FoundIn({kTitle, Hex("81 00 0000 00 00 00")}),
             "closing-missing /Levels/1\nload-fails \n");
   EXPECT_EQ(FoundIn({kTitle, Hex("05 06 07")}),
@@ -113,6 +115,8 @@ TEST_F(ScriptCheckTest, FindsCountsAndSizesNearTheirLimits) {
                                    {near + words(19), "near-limit /Levels/1\n"}}) {
     EXPECT_EQ(FoundIn({kTitle, elements + kClose}), expected) << elements.size();
   }
+  EXPECT_EQ(FoundIn(std::vector<std::string>(255, cuts(48) + kClose)),
+            "at-limit /Levels\nnear-limit /Levels\nclosing-changed /Levels/0\n");
 }
 
 TEST_F(ScriptCheckTest, FindsWhatTheFileHoldsBesideItsStreams) {
@@ -120,6 +124,11 @@ TEST_F(ScriptCheckTest, FindsWhatTheFileHoldsBesideItsStreams) {
   EXPECT_EQ(Found(std::string(clean).replace(11, 1, "x")), "reserved-bytes \n");
   EXPECT_EQ(Found(std::string(clean).replace(31, 1, "x").replace(55, 1, "y")),
             "reserved-bytes \nreserved-bytes \n");
+  // Two names, the offsets of which make the same three bytes of it, but do not begin with 0.
+  std::string odd = std::string(clean).insert(56, Word(1)).replace(58, 2, Word(3));
+  odd[10] = 2;
+  odd[12] = 4;
+  EXPECT_EQ(Found(odd), "file-name-unused /FileNames/1\nfile-name-offsets /FileNames\n");
   EXPECT_EQ(Found(clean + "t"), "tail-dropped /LanguageNames\n");
   EXPECT_EQ(Found(std::string(clean).replace(58, 2, 2, '\0')),
             "level-without-file /Levels/1/FileNameIndex\n");
@@ -196,7 +205,10 @@ TEST_F(ScriptCheckTest, TablesAreRefusedWithEveryCellThatCanNotBeStored) {
   using Case = std::tuple<std::string, std::string>;
   for (const auto& [table, expected] : std::initializer_list<Case>{
            {head + "1,1,B,\n0,1,A,C\n\n,,,\n", ""},
-           {head + "0,1,A,C" + std::string(200000, ','), "no-table \n"},
+           {head + "0,1,A,C" + std::string(199992, ','),
+            "wrong-row row 2\nnumber-missing \n"
+            "number-missing \n"},
+           {head + "0,1,A,C" + std::string(199993, ','), "no-table \n"},
            {head + "0,1,\"A\",c\n1,1,B,", "US.DAT\n"},
            {"Number,Group,US\n0,1,C\n1,1,\n", ""},
            {head + "0,1,A,C\n", "number-missing \n"},

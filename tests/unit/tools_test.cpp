@@ -247,6 +247,21 @@ TEST_F(ScriptCommandTest, ReadsAndWritesPipesAndLetsOthersReadNewFiles) {
   EXPECT_EQ(Bytes(Path("new")), text);
   EXPECT_EQ(fs::status(Path("new")).permissions(), fs::perms{0644});
 }
+
+TEST_F(ScriptCommandTest, AnswersAsTheTranscriptSays) {
+  const std::string transcript = Bytes(QUILLMARK_TRANSCRIPT);
+  const std::string place = "cd " + Path("") + " && export TEXTS=" QUILLMARK_ADVENTURES " PATH=" +
+                            fs::path(QUILLMARK_SCRIPT).parent_path().string() + ":$PATH && {";
+  std::istringstream lines(transcript);
+  std::string told;
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with("$ ")) continue;
+    const int status = CoreTest::Run(place, line.substr(2) + " 2>&1; }");
+    told += line + '\n' + Replaced(Out(), Path(""), "") +
+            (status == 0 ? "" : "= " + std::to_string(status) + '\n');
+  }
+  EXPECT_EQ(told, transcript);
+}
 #endif
 
 TEST_F(ScriptCommandTest, BuildsAllFilesOrNone) {
