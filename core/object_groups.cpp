@@ -37,7 +37,6 @@ void RebuildGroups(LevelRecord& level) {
   WithEachGroup(level, [](int, Byte& count, auto&) { count = 0; });
   for (int i = 0; i < level.ObjectCount; ++i) {
     const LevelObject& object = level.Objects[i];
-    if (object.Kind < 0 || object.Kind >= kObjectKindCount) continue;
     WithGroup(level, static_cast<ObjectKind>(object.Kind.value()), [&](Byte& count, auto& entries) {
       CopyEntry(entries[count], object);
       ++count;

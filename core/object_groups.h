@@ -4,8 +4,8 @@
 
 namespace quillmark {
 
-/// Calls `use(count, entries)` with the group that holds the objects of `kind`. `Level` is a record
-/// that may be changed or not.
+/// Calls `use(count, entries)` with the group that holds the objects of `kind`, if that is a kind
+/// at all. `Level` is a record that may be changed or not.
 template <class Level, class Use>
 void WithGroup(Level& level, ObjectKind kind, Use use) {
   switch (kind) {

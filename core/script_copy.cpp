@@ -24,7 +24,6 @@ void LeaveOutObjectsWithoutPlace(LevelRecord& level) {
   level.ObjectCount = 0;
   for (int i = 0; i < count; ++i) {
     const LevelObject object = level.Objects[i];
-    if (object.Kind < 0 || object.Kind >= kObjectKindCount) continue;
     const auto kind = static_cast<std::size_t>(object.Kind.value());
     WithGroup(level, static_cast<ObjectKind>(kind), [&](const Byte&, const auto& entries) {
       if (used.at(kind) == entries.size()) return;

@@ -59,18 +59,22 @@ TEST_F(CorePlatformTest, ArraysKeepToTheirBounds) {
 
 TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
   MakeFile(Path("a"), Hex("ff fe 01000080 41 42 7f"));
-  Files.OpenBinary(4, Path("A"));
-  EXPECT_EQ(Files.ReadByte(4), 255);
-  Files.Seek(4, 0);
-  EXPECT_EQ(Files.ReadInt16(4), -257);
-  EXPECT_EQ(Files.ReadInt32(4), -2147483647);
-  EXPECT_EQ(Files.ReadText(4, 2), "AB");
-  EXPECT_FALSE(Files.EndOfFile(4));
-  EXPECT_EQ(Files.ReadInt32(4), 0x7f) << "its last three bytes lie behind the end";
-  EXPECT_TRUE(Files.EndOfFile(4));
-  EXPECT_EQ(Files.ReadText(4, 3), Zeros(3));
-  EXPECT_EQ(Files.Length(4), 9);
+  Files.OpenBinary(10, Path("A"));
+  EXPECT_EQ(Files.ReadByte(10), 255);
+  Files.Seek(10, 0);
+  EXPECT_EQ(Files.ReadInt16(10), -257);
+  EXPECT_EQ(Files.ReadInt32(10), -2147483647);
+  EXPECT_EQ(Files.ReadText(10, 2), "AB");
+  EXPECT_FALSE(Files.EndOfFile(10));
+  EXPECT_EQ(Files.ReadInt32(10), 0x7f) << "its last three bytes lie behind the end";
+  EXPECT_TRUE(Files.EndOfFile(10));
+  EXPECT_EQ(Files.ReadText(10, 3), Zeros(3));
+  EXPECT_EQ(Files.Length(10), 9);
+  EXPECT_EQ(OutcomeOf([] { Files.Seek(10, -1); }), kFile);
+  Files.Seek(10, 8);
+  EXPECT_FALSE(Files.EndOfFile(10));
   Files.CloseFiles();
+  EXPECT_FALSE(Files.IsOpen(10));
 
   Files.OpenBinary(6, Path("new"));
   EXPECT_TRUE(fs::exists(Path("new"))) << "made at once";
@@ -98,8 +102,14 @@ TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
     Files.Empty(1);
     Files.WriteByte(1, 9);
   }
-  Files.Close(1);
+  Files.Flush(1);
   EXPECT_EQ(Bytes(Path("a")), Hex("09"));
+  for (const int at : {3, 1}) {
+    Files.Seek(1, at);
+    Files.WriteByte(1, at);
+  }
+  Files.Close(1);
+  EXPECT_EQ(Bytes(Path("a")), Hex("09010003"));
 }
 
 TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {

@@ -39,7 +39,7 @@ TEST_F(CoreScriptTest, TellsWhatItReadsInTheOrderOfTheFile) {
   callbacks.fileNameRead = [&](const std::string& name) { order += name.substr(5, 1); };
   callbacks.languageNameRead = [&](const std::string& name) { order += name.substr(0, 1); };
   callbacks.languageFound = [&](std::string_view name, const std::string&) {
-    order += " " + std::string(name);
+    order += (Files.IsOpen(1) ? " open " : " ") + std::string(name);
   };
   callbacks.loaded = [&] { order += " loaded"; };
   ASSERT_TRUE(LoadScript(CopySample("tr4"), callbacks));
@@ -321,14 +321,21 @@ TEST_F(CoreScriptTest, FindsTheFolderBehindBackslashes) {
 
 TEST_F(CoreScriptTest, DiscardsTheOldScriptIntoTheTrash) {
   ASSERT_TRUE(LoadStreams(kTr5, {kClose}));
-  SetTrash([&](const std::string& path) {
-    fs::rename(path, Path("trashed"));
-    return true;
-  });
-  EXPECT_EQ(Saving(Path("one")), "true");
+  // Two names are taken by what an earlier run has left behind.
+  for (const char* left : {"one.quillmark-new-1", "one.quillmark-old-2"}) MakeFile(Path(left), "");
+  for (const bool takesIt : {true, false}) {
+    SetTrash([&](const std::string& path) {
+      EXPECT_EQ(path, Path("one.quillmark-old-3"));
+      if (takesIt) fs::rename(path, Path("trashed"));
+      return takesIt;
+    });
+    EXPECT_EQ(Saving(Path("one")), "true");
+  }
   SetTrash({});
-  EXPECT_TRUE(fs::exists(Path("one")));
   EXPECT_EQ(Bytes(Path("trashed")), ScriptBytes({kClose}));
+  EXPECT_EQ(FilesIn(Path("")),
+            (std::set<std::string>{"one", "one.quillmark-new-1", "one.quillmark-old-2",
+                                   "scriptdata.tmp", "trashed"}));
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ class Limits {
  public:
   void Use(const std::string& place, const std::string& what, std::int64_t used,
            std::int64_t most) {
-    if (5 * used < 4 * most || used == 0) return;
+    if (5 * used < 4 * most) return;
     const std::string figures = std::to_string(used) + " of " + std::to_string(most) + ' ' + what;
     if (used > most) {
       findings_.push_back(
