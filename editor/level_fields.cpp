@@ -170,8 +170,7 @@ void StoreCamera(TextBox& typedIn) {
     TextBox& box = frmEditor.txtCamera[i];
     try {
       StoreCameraNumber(level, i, NumberAtStart(box.Text()));
-    } catch (const Fault& fault) {
-      if (fault.kind() != FaultKind::Overflow) throw;
+    } catch (const Fault&) {
       overflowed = true;
     }
     // Kept as it is: behind a number that did not fit all boxes show "0", stored or not.
@@ -258,9 +257,8 @@ void MirrorValueChanged() {
     box.SetText("0");
     return;
   }
-  const bool fits = NumberAtStart(box.Text()) <= std::numeric_limits<std::int32_t>::max() &&
-                    HexAtStart(box.Text()) <= std::numeric_limits<std::uint32_t>::max();
-  if (!fits) box.SetText("0");
+  // This keeps out what is too large for the field in decimal, too: that has more digits.
+  if (HexAtStart(box.Text()) > std::numeric_limits<std::uint32_t>::max()) box.SetText("0");
   StoreMirrorValue();
 }
 

@@ -122,19 +122,22 @@ TEST_F(ControlsTest, WhatAPersonDoesTakesTheFocus) {
   EXPECT_TRUE(one.view.HasFocus());
 }
 
-TEST_F(ControlsTest, LettersFindRowsByTheWordOrOneByOne) {
-  struct Step {
-    char letter;
-    bool goesOn;
-    int row;
+TEST_F(ControlsTest, KeysStepThroughRowsAndLettersFindThemByTheWordOrOneByOne) {
+  const auto typed = [](char letter, bool goesOn) {
+    return Key{KeyCode::Character, letter, goesOn};
   };
-  const Step steps[] = {{'b', false, 1}, {'E', true, 1},  {'a', true, 2},     {'x', true, 2},
-                        {'b', false, 3}, {'b', true, 1},  {'b', true, 2},     {'a', false, 0},
-                        {'B', false, 1}, {'z', false, 1}, {'\xC8', false, 4}, {'b', false, 1}};
-  for (const Step& step : steps) {
+  const std::pair<Key, int> steps[] = {
+      {{KeyCode::Down}, 0},      {{KeyCode::Right}, 1},  {{KeyCode::Up}, 0},
+      {{KeyCode::Left}, 0},      {{KeyCode::End}, 4},    {{KeyCode::Down}, 4},
+      {{KeyCode::Left}, 3},      {{KeyCode::Home}, 0},   {typed('b', false), 1},
+      {typed('E', true), 1},     {typed('a', true), 2},  {typed('x', true), 2},
+      {typed('b', false), 3},    {typed('b', true), 1},  {typed('b', true), 2},
+      {typed('a', false), 0},    {typed('B', false), 1}, {typed('z', false), 1},
+      {typed('\xC8', false), 4}, {typed('b', false), 1}};
+  for (std::size_t i = 0; i < std::size(steps); ++i) {
     bool used = false;
-    one.combo.KeyDown({KeyCode::Character, step.letter, step.goesOn}, used);
-    EXPECT_EQ(one.combo.Row(), step.row) << step.letter;
+    one.combo.KeyDown(steps[i].first, used);
+    EXPECT_EQ(one.combo.Row(), steps[i].second) << i;
   }
 }
 

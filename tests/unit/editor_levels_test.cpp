@@ -7,6 +7,7 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
+#include "forms/interface_texts.h"
 #include "platform/fault.h"
 #include "strings/language_files.h"
 #include "support/silent_screen.h"
@@ -103,11 +104,13 @@ Json Cleared(Json level) {
   return level;
 }
 
-/// Answers every input box.
+/// Answers every input box, and notes the row that a list has scrolled to.
 class AnsweringScreen : public SilentScreen {
  public:
   std::string answer;
+  int revealed = -1;
   std::optional<std::string> AskText(const InputBox& /*box*/) override { return answer; }
+  void RevealRow(const RowsControl& /*list*/, int row) override { revealed = row; }
 };
 
 /// Five levels and a spare one, all in use, and the main form beside them.
@@ -152,13 +155,7 @@ class EditorLevelsTest : public CoreTest {
   AnsweringScreen screen_;
 };
 
-TEST_F(EditorLevelsTest, ACopyTakesTheListedFieldsAndNoOther) {
-  const Json before = Levels();
-  CopyLevel(TRScript.Levels[1], TRScript.Levels[2]);
-  EXPECT_EQ(Levels()[2], Copied(before[1], before[2]));
-  EXPECT_EQ(Levels()[1], before[1]);
-
-  // With fewer entries than the target has, those behind the count stay.
+TEST_F(EditorLevelsTest, ACopyLeavesTheEntriesBehindItsCounts) {
   const LevelRecord old = TRScript.Levels[4];
   TRScript.Levels[3].CutCount = TRScript.Levels[3].PuzzleCount = 1;
   TRScript.Levels[3].ObjectCount = 1;
@@ -180,6 +177,7 @@ TEST_F(EditorLevelsTest, CopyAndPasteGoThroughTheClipboard) {
 }
 
 TEST_F(EditorLevelsTest, AnInsertMovesTheLevelsAndClearsItsOwn) {
+  TRScript.Levels[0].NameString = TRScript.Levels[2].NameString;
   const Json before = Select(2);
   frmEditor.Command19.onPress();
   const Json after = Levels();
@@ -188,6 +186,7 @@ TEST_F(EditorLevelsTest, AnInsertMovesTheLevelsAndClearsItsOwn) {
   EXPECT_EQ(after[0], before[0]);
   EXPECT_EQ(after[1], before[1]);
   EXPECT_EQ(after[2], Cleared(Copied(before[1], before[2])));
+  EXPECT_EQ(frmEditor.lstCuts.Count(), TRScript.Levels[0].CutCount) << "its last refresh";
   for (std::size_t i = 3; i <= kLevels; ++i) {
     EXPECT_EQ(after[i], Copied(before[i - 1], before[i])) << i;
   }
@@ -213,6 +212,7 @@ TEST_F(EditorLevelsTest, ADeletionMovesTheLevelsAndLeavesOneSpare) {
   EXPECT_EQ(after[kLevels]["AudioTrack"], 0);
   EXPECT_EQ(after[kLevels]["Objects"], Json::array());
   EXPECT_EQ(frmEditor.Label8.Caption(), "6");
+  EXPECT_TRUE(frmEditor.Command25.Enabled() && frmEditor.Command26.Enabled());
 }
 
 TEST_F(EditorLevelsTest, AMoveSwapsThroughTheClipboard) {
@@ -275,12 +275,13 @@ TEST_F(EditorLevelsTest, FileNamesCountInAByteAndAreComparedWithTheLevels) {
   EXPECT_EQ(TRScript.NumFileNames, 255);
   EXPECT_EQ(TRScript.FileNames[254], std::string("DATA\\last\0", 10));
   EXPECT_EQ(frmEditor.cmbFN.Count(), 255);
+  EXPECT_EQ(screen_.revealed, 254);
   try {
     frmEditor.Command1.onPress();
     ADD_FAILURE() << "the count is a byte";
   } catch (const Fault& fault) {
     EXPECT_EQ(fault.kind(), FaultKind::Overflow);
-    EXPECT_STREQ(fault.what(), "a script holds at most 255 file names");
+    EXPECT_EQ(fault.about(), "256 > 255");
   }
   EXPECT_EQ(TRScript.NumFileNames, 255);
   EXPECT_EQ(frmEditor.lstFileNames.Count(), 256) << "the row is there by then";
@@ -293,6 +294,44 @@ TEST_F(EditorLevelsTest, FileNamesCountInAByteAndAreComparedWithTheLevels) {
     EXPECT_EQ(TRScript.NumFileNames, removed ? count - 1 : count);
     EXPECT_EQ(TRScript.FileNames[1], (removed ? "DATA\\2" : "DATA\\1") + std::string(1, '\0'));
   }
+}
+
+TEST_F(EditorLevelsTest, EachKindOfObjectHasItsPictureAndItsNumbers) {
+  using Kind = std::tuple<const char*, int, int, bool>;
+  const Kind kinds[] = {{"Puzzle", 1, 12, false},  {"Key", 2, 12, false},
+                        {"Pickup", 3, 4, false},   {"Puzzle Combo", 1, 8, true},
+                        {"Key Combo", 2, 8, true}, {"Pickup Combo", 3, 4, true},
+                        {"Examine", 3, 3, false}};
+  LevelRecord& level = TRScript.Levels[1];
+  level.ObjectCount = kObjectKindCount;
+  for (int i = 0; i < kObjectKindCount; ++i) level.Objects[i].Kind = i;
+  Select(1);
+  for (int i = 0; i < kObjectKindCount; ++i) {
+    const auto& [caption, picture, numbers, combo] = kinds[i];
+    const ListViewRow& row = frmEditor.lstObj.Rows()[static_cast<std::size_t>(i)];
+    EXPECT_EQ(row.cells[0], caption);
+    EXPECT_EQ(row.icon, picture) << caption;
+    EXPECT_EQ(row.cells[3].empty(), !combo) << caption;
+    frmEditor.cmbType.Select(i);
+    EXPECT_EQ(frmEditor.cmbID.Count(), numbers) << caption;
+    EXPECT_EQ(frmEditor.cmbCombo.Enabled(), combo) << caption;
+  }
+  frmEditor.cmbType.onChange();
+  EXPECT_EQ(frmEditor.cmbID.Row(), 1);
+}
+
+TEST_F(EditorLevelsTest, TroubleWithALanguageIsToldByItsName) {
+  for (int i = 0; i < 15; ++i) InterfaceTable[i] = std::to_string(i);
+  int entry = 0;
+  for (const Language language :
+       {Language::ENGLISH, Language::ITALIAN, Language::GERMAN, Language::US, Language::SPANISH,
+        Language::JAPAN, Language::FRENCH}) {
+    EXPECT_FALSE(ReadLanguage(language, Path("no/file")));
+    EXPECT_EQ(screen_.boxes.back(), std::to_string(++entry));
+    EXPECT_FALSE(WriteLanguage(language, Path("no/file")));
+    EXPECT_EQ(screen_.boxes.back(), std::to_string(entry + 7));
+  }
+  InterfaceTable = {};
 }
 
 }  // namespace

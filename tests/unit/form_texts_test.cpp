@@ -9,6 +9,7 @@
 #include "controls/desktop.h"
 #include "controls/form.h"
 #include "forms/apply_texts.h"
+#include "forms/editor_controls.h"
 #include "forms/fault_texts.h"
 #include "forms/interface_texts.h"
 #include "frame/interface_table.h"
@@ -122,9 +123,36 @@ TEST(FormTextsTest, EachEntryGoesToItsPlacesAndNoOther) {
   TheDesktop().Reset();
 }
 
-TEST(FormTextsTest, AFaultNamesItsPathInTheCodePage) {
+TEST(FormTextsTest, AFaultIsToldInTheInterfacesLanguage) {
   const Fault fault(FaultKind::File, "", "/\u00E8");
   EXPECT_TRUE(TellFault("", fault, false).text.ends_with("/\xE8"));
+  InterfaceTable[196] = "closing";
+  InterfaceTable[197] = "resizing";
+  InterfaceTable[212] = "no memory";
+  const Fault memory(FaultKind::Memory, "");
+  EXPECT_TRUE(TellFault("Close the window", memory, false).text.starts_with("\"closing"));
+  EXPECT_TRUE(TellFault("Resize the window", memory, false).text.ends_with("\n\nno memory"));
+  EXPECT_TRUE(TellFault("Resize the window", memory, false).text.starts_with("\"resizing"));
+  InterfaceTable[213] = "not whole";
+  InterfaceTable[214] = "kept";
+  EXPECT_EQ(TellKeptContent({"/\u00E8", "/b"}), "not whole\n/\xE8\n\nkept\n/b");
+  InterfaceTable = {};
+}
+
+TEST(FormTextsTest, WhatIsDisabledOrHiddenAtFirst) {
+  TheDesktop().Reset();
+  std::string disabled;
+  std::string hidden;
+  for (const Control* control : frmEditor.Controls()) {
+    if (!control->Enabled()) disabled += control->Name() + " ";
+    if (!control->Visible()) hidden += control->Name() + " ";
+  }
+  EXPECT_EQ(disabled,
+            "Command24 Command15 Command6 Command13 Command11 cmdAddLevel Command19 cmdLevelDelete "
+            "Command20 Command21 Command25 Command26 Command1 Command2 Command16 Frame3 Command10 "
+            "cmdS cmbCombo Command5 Command12 Command14 Command17 Command18 Command9 Command3 "
+            "Command4 ");
+  EXPECT_EQ(hidden, "Command27 Command22 Command30 cmdS lstObj2 Command9 ");
 }
 
 TEST_F(CoreTest, ReadsTheInterfaceTable) {
