@@ -44,12 +44,16 @@ TEST_F(CorePlatformTest, NumbersKeepToTheirRangeAtEveryStep) {
 
 TEST_F(CorePlatformTest, ArraysKeepToTheirBounds) {
   FixedArray<int, 4> fixed;
+  const FixedArray<int, 4>& same = fixed;
   DynamicArray<std::string> dynamic;
   EXPECT_EQ(OutcomeOf([&] { dynamic[0] = "x"; }), kSubscript);
   dynamic.Redim(Byte(1));
   for (int i = -1; i <= 4; ++i) {
     EXPECT_EQ(OutcomeOf([&] { fixed[i] = 1; }), i < 0 || i > 3 ? kSubscript : "true") << i;
     EXPECT_EQ(OutcomeOf([&] { dynamic[i] = "y"; }), i < 0 || i > 1 ? kSubscript : "true") << i;
+    EXPECT_EQ(OutcomeOf([&] { fixed.First(i + 1); }), i < -1 || i > 3 ? kSubscript : "true") << i;
+    EXPECT_EQ(OutcomeOf([&] { same.First(i + 1); }), i < -1 || i > 3 ? kSubscript : "true") << i;
+    EXPECT_EQ(OutcomeOf([&] { dynamic.First(i); }), i < 0 || i > 2 ? kSubscript : "true") << i;
   }
   dynamic.RedimPreserve(2);
   EXPECT_EQ(dynamic[1], "y");
