@@ -10,7 +10,6 @@
 #include "strings/language_files.h"
 #include "support/script_generator.h"
 #include "tools/script/diff.h"
-#include "tools/script/field_text.h"
 #include "tools/script/json_form.h"
 #include "tools/script/save_losses.h"
 #include "tools/script/script_files.h"
@@ -275,16 +274,6 @@ TEST_F(ScriptToolTest, NamesCountsAndSizesThatAreTooLarge) {
   json["Languages"]["US"]["Strings"][0] = "one";
   ScriptFromJson(json, findings);
   EXPECT_EQ(Lines(findings), "over-limit /Levels/1\n");
-}
-
-TEST_F(ScriptToolTest, ShowsOneFactALineUnderTheHeadingOfItsLevel) {
-  Findings findings;
-  EXPECT_EQ(ScriptText(ScriptFromText(kHandWritten, findings), 1),
-            "Level 1: L\n  NameString: 1 \"two\"\n  FileNameIndex: 1 \"L\"\n"
-            "  LevelFlags: YoungLara NoLevel\n  AudioTrack: 0\n  Cuts 0: Type 4, Value 9\n"
-            "  Objects 0: Kind PuzzleCombo, Id 4, Combo 2, StringId 1 \"two\", Params 1 -1 2 -2 3 "
-            "-3\n  Tr5ListA 0: -2\n");
-  EXPECT_EQ(NumberText({}, Meaning::Hex, 0), "0x0");
 }
 
 TEST_F(ScriptToolTest, ComparesLevelsByTheirFilesAndListsByWhatTheyShare) {

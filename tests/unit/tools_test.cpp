@@ -211,21 +211,6 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
   EXPECT_EQ(FilesIn(Path("tr4")), kSampleFiles);
 }
 
-TEST_F(ScriptCommandTest, ShowsTheSameTextOfAFileWhereverItLies) {
-  const std::string script = CopySample("tr5");
-  ASSERT_EQ(Run("show " + script), 0);
-  const std::string text = Out();
-  EXPECT_TRUE(text.starts_with("Script of TR5\n  ScriptFlags: 7\n"));
-  EXPECT_EQ(text.find("Language ENGLISH"), std::string::npos);
-  fs::copy_file(script, Path("blob_4711"));
-  for (const std::string& place : {"--game tr5 " + Path("blob_4711"), "- <" + script}) {
-    ASSERT_EQ(Run("show " + place), 0);
-    EXPECT_EQ(Out(), text) << place;
-  }
-  ASSERT_EQ(Run("show " + Path("tr5")), 0);
-  EXPECT_NE(Out().find("NameString: 1 \"Frostline Halt\""), std::string::npos);
-}
-
 #ifndef _WIN32
 TEST_F(ScriptCommandTest, ReadsAndWritesPipesAndLetsOthersReadNewFiles) {
   const std::string script = CopySample("tr4");
@@ -313,23 +298,6 @@ TEST_F(ScriptCommandTest, TakesATableBackIntoTheFilesThatChange) {
   EXPECT_EQ(Bytes(Path("tr5/ENGLISH.DAT")).size(), english.size());
   ASSERT_EQ(Run("strings " + script), 0);
   EXPECT_EQ(Out(), text);
-}
-
-TEST_F(ScriptCommandTest, TellsFindingsAndDifferencesAsJson) {
-  MakeFile(Path("one"), ScriptBytes({Hex("05 82 0000 00 00 83")}));
-  MakeFile(Path("two"), ScriptBytes({Hex("82 0000 00 09 83")}));
-  EXPECT_EQ(Run("check --json --game tr5 " + Path("one")), 1);
-  const Json findings = Json::parse(Out());
-  EXPECT_EQ(findings["Game"], "TR5");
-  EXPECT_EQ(findings["Findings"].back(),
-            Json::parse(R"({"Id": "unknown-byte", "Severity": "warning", "Place": "/Levels/0",
-                "Sentence": "a save leaves out what is no opcode of TR5: 05 at 0"})"));
-  EXPECT_EQ(Run("diff --json --game tr5 " + Path("one") + " " + Path("two")), 1);
-  EXPECT_EQ(Json::parse(Out())["Differences"][0],
-            Json::parse(R"({"Part": "Level title", "Name": "AudioTrack", "First": "0",
-                "Second": "9"})"));
-  ASSERT_EQ(Run("diff --game tr5 " + Path("one") + " " + Path("two")), 1);
-  EXPECT_TRUE(Out().starts_with("Level title\n- AudioTrack: 0\n+ AudioTrack: 9\n")) << Out();
 }
 
 }  // namespace
