@@ -1,6 +1,10 @@
 // Checked numbers, bounded arrays, file numbers and what the program asks of the file system.
 
+#include <csignal>
 #include <filesystem>
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
 
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
@@ -115,6 +119,26 @@ TEST_F(CorePlatformTest, BinaryFilesReadZerosBehindTheirEnd) {
   Files.Close(1);
   EXPECT_EQ(Bytes(Path("a")), Hex("09010003"));
 }
+
+#ifndef _WIN32
+TEST_F(CorePlatformTest, ADiskWithoutRoomCostsNobodyTheOldFile) {
+  MakeFile(Path("old"), "old");
+  rlimit room{};
+  getrlimit(RLIMIT_FSIZE, &room);
+  const rlimit little{4, room.rlim_max};
+  const auto before = std::signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &little);
+  for (const char* name : {"old", "new", "own"}) {
+    name == std::string("own") ? Files.MakeBinary(1, Path(name)) : Files.OpenBinary(1, Path(name));
+    Files.WriteText(1, "12345");
+    EXPECT_EQ(OutcomeOf([] { Files.Close(1); }), kFile) << name;
+  }
+  setrlimit(RLIMIT_FSIZE, &room);
+  std::signal(SIGXFSZ, before);
+  EXPECT_EQ(BytesIn(Path("")),
+            (std::map<std::string, std::string>{{"old", "old"}, {"own", "1234"}}));
+}
+#endif
 
 TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
   MakeFile(Path("a"), " x, \"y,z\" ,\r\nlast");
