@@ -11,6 +11,7 @@
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/system_path.h"
+#include "platform/system_write.h"
 #include "unit/core_fixture.h"
 
 namespace quillmark {
@@ -137,13 +138,16 @@ TEST_F(CorePlatformTest, ADiskWithoutRoomCostsNobodyTheOldFile) {
   std::signal(SIGXFSZ, before);
   EXPECT_EQ(BytesIn(Path("")),
             (std::map<std::string, std::string>{{"old", "old"}, {"own", "1234"}}));
+  EXPECT_FALSE(WriteToDisk(Path("own"), "x").error);
+  EXPECT_EQ(Bytes(Path("own")), "x");
 }
 #endif
 
 TEST_F(CorePlatformTest, FileNumbersRefuseWhatDoesNotFit) {
-  MakeFile(Path("a"), " x, \"y,z\" ,\r\nlast");
+  MakeFile(Path("a"), " x, \"y,z\" ,\r\nlast\n\"open, end");
   Files.OpenInput(5, Path("a"));
-  for (const char* field : {" x", "y,z", "", "last"}) EXPECT_EQ(Files.ReadField(5), field);
+  for (const char* field : {" x", "y,z", "", "last", "open, end"})
+    EXPECT_EQ(Files.ReadField(5), field);
   EXPECT_TRUE(Files.EndOfFile(5));
   fs::create_directory(Path("folder"));
   for (const std::function<void()>& wrong : std::initializer_list<std::function<void()>>{
