@@ -16,9 +16,11 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <QtTest/QTest>
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
+#include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "platform/ansi.h"
 #include "ui/qt_screen.h"
@@ -143,6 +145,20 @@ TEST(Lists, SayHowToFillThemAndFollowTheMouse) {
   doubleClick({-1, 0});
   EXPECT_EQ(presses, 1) << "no row, nothing to press";
   frmEditor.Command16.onPress = nullptr;
+}
+
+TEST(Timers, ElapseWhenTheirTimeIsOver) {
+  const Reader screen;
+  EXPECT_EQ(Form1.Timer1.Milliseconds(), 2000);
+  int elapsed = 0;
+  Timer timer("", 5);
+  timer.onElapse = [&] { ++elapsed; };
+  TheDesktop().Start(timer);
+  TheDesktop().Stop(timer);
+  QTest::qWait(15);
+  EXPECT_EQ(elapsed, 0);
+  TheDesktop().Start(timer);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return elapsed == 1; }));
 }
 
 TEST(Drops, BringOneFileToTheWindowAndNoPathIntoABox) {

@@ -127,12 +127,10 @@ TEST(FormTextsTest, AFaultIsToldInTheInterfacesLanguage) {
   const Fault fault(FaultKind::File, "", "/\u00E8");
   EXPECT_TRUE(TellFault("", fault, false).text.ends_with("/\xE8"));
   InterfaceTable[196] = "closing";
-  InterfaceTable[197] = "resizing";
   InterfaceTable[212] = "no memory";
   const Fault memory(FaultKind::Memory, "");
   EXPECT_TRUE(TellFault("Close the window", memory, false).text.starts_with("\"closing"));
   EXPECT_TRUE(TellFault("Resize the window", memory, false).text.ends_with("\n\nno memory"));
-  EXPECT_TRUE(TellFault("Resize the window", memory, false).text.starts_with("\"resizing"));
   InterfaceTable[213] = "not whole";
   InterfaceTable[214] = "kept";
   EXPECT_EQ(TellKeptContent({"/\u00E8", "/b"}), "not whole\n/\xE8\n\nkept\n/b");

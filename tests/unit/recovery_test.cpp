@@ -13,6 +13,7 @@
 #include "bench/largest_script.h"
 #include "controls/desktop.h"
 #include "core/script_copy.h"
+#include "editor/editor_form.h"
 #include "frame/recovery_folder.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
@@ -224,6 +225,21 @@ TEST_F(RecoveryTest, LooksAfterAMinuteAndKeepsWhatIsNotKeptYet) {
   EXPECT_EQ(actAfter(0s), 2U);
   recovery.Look();
   EXPECT_EQ(Copies().size(), 2U) << "as it was loaded";
+}
+
+TEST_F(RecoveryTest, TheProgramTellsOfActsReplacementsAndItsEnd) {
+  const SilentScreen screen;
+  TRScript.Levels.Redim(1);
+  TRScript.NumLevels = 1;
+  KeepRecoveryCopies();
+  TRScript.ScriptFlags = 1;
+  New();
+  EXPECT_EQ(Copies().size(), 1U) << "it begins";
+  TheDesktop().RunAct("", [] {});
+  TRScript.ScriptFlags = 2;
+  TheDesktop().RunAct("", [] { throw ProcessEnd{}; });
+  EXPECT_EQ(Copies().size(), 2U);
+  SetScriptListeners({});
 }
 
 TEST_F(RecoveryTest, TroubleIsPassedOverAndTriedAgain) {
