@@ -53,10 +53,12 @@ class Reader : public QtScreen {
 
 TEST(Boxes, StandOnNoBeforeSomethingGoesAndCancelByTheirFrame) {
   Reader screen;
-  TheDesktop().AskYesNo("Title", "All?");
+  EXPECT_FALSE(TheDesktop().AskYesNo("Title", "All?"));
   EXPECT_EQ(screen.standsOn, QStringLiteral("No"));
   const Message box = {BoxIcon::None, {BoxButton::Yes, BoxButton::No, BoxButton::Cancel}, "", ""};
   EXPECT_EQ(TheDesktop().Ask(box), BoxButton::Cancel);
+  const Message fault = {BoxIcon::Critical, {BoxButton::End, BoxButton::Continue}, "", ""};
+  EXPECT_EQ(TheDesktop().Ask(fault), BoxButton::Continue);
 }
 
 TEST(FileDialogs, ShowPathsWithAllTheirLetters) {
@@ -196,6 +198,9 @@ TEST(Drops, BringOneFileToTheWindowAndNoPathIntoABox) {
   EXPECT_FALSE(frmEditor.DropFile("/there/ENGLISH.DAT"));
   EXPECT_TRUE(frmEditor.DropFile("/there/script.dat"));
   EXPECT_EQ(screen.start, QStringLiteral("/there/script.dat")) << "the load asks for it";
+  screen.file = screen.start;
+  frmEditor.DropFile("/there/script.dat");
+  EXPECT_EQ(screen.start, QStringLiteral("/there")) << "and for the language beside it";
   frmEditor.Command7.SetEnabled(false);
   EXPECT_FALSE(frmEditor.DropFile("/there/SCRIPT.DAT"));
   frmEditor.wantsFile = nullptr;

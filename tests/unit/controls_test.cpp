@@ -52,6 +52,7 @@ class ControlsTest : public testing::Test {
 };
 
 TEST_F(ControlsTest, BoxesShowWhatStandsInFrontOfAZero) {
+  EXPECT_EQ(Spoken("\xA0 &Name\xA0: "), "Name");
   const auto cut = [](const char* text) { return text + std::string("\0x", 2); };
   TheDesktop().Ask({BoxIcon::None, {BoxButton::OK}, cut("title"), cut("text")});
   TheDesktop().AskText({cut("prompt"), cut("title"), cut("text")});
