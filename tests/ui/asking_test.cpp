@@ -156,10 +156,6 @@ TEST(Timers, ElapseWhenTheirTimeIsOver) {
   Timer timer("", 5);
   timer.onElapse = [&] { ++elapsed; };
   TheDesktop().Start(timer);
-  TheDesktop().Stop(timer);
-  QTest::qWait(15);
-  EXPECT_EQ(elapsed, 0);
-  TheDesktop().Start(timer);
   EXPECT_TRUE(QTest::qWaitFor([&] { return elapsed == 1; }));
 }
 
