@@ -10,19 +10,26 @@
 
 namespace quillmark {
 
-/// A display that nobody looks at: it notes the boxes, and presses their first button.
+/// A display that nobody looks at: it notes the boxes, presses their first button, and cancels all
+/// that asks for more.
 class SilentScreen : public Screen {
  public:
   SilentScreen() { TheDesktop().Attach(*this); }
 
-  std::vector<std::string> boxes;  ///< texts of all boxes that were shown
+  std::vector<std::string> boxes;  ///< what all boxes said: of those with buttons, the text alone
 
   BoxButton AskMessage(const Message& box) override {
     boxes.push_back(box.text);
     return box.buttons.front();
   }
-  std::optional<std::string> AskText(const InputBox& /*box*/) override { return {}; }
-  std::optional<std::string> AskFile(const FileRequest& /*request*/) override { return {}; }
+  std::optional<std::string> AskText(const InputBox& box) override {
+    boxes.push_back(box.title + "|" + box.prompt + "|" + box.text);
+    return {};
+  }
+  std::optional<std::string> AskFile(const FileRequest& request) override {
+    boxes.push_back(request.title);
+    return {};
+  }
   void FormShown(Form& /*form*/) override {}
   void FormHidden(Form& /*form*/) override {}
   void FormChanged(Form& /*form*/) override {}

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "controls/form.h"
+#include "platform/fault.h"
 #include "support/silent_screen.h"
 
 namespace quillmark {
@@ -23,23 +24,6 @@ SmallForm one("one");
 SmallForm two("two");
 SmallForm three("three");
 
-/// Notes what boxes show.
-class NotingScreen : public SilentScreen {
- public:
-  BoxButton AskMessage(const Message& box) override {
-    boxes.push_back(box.title + "|" + box.text);
-    return box.buttons.back();
-  }
-  std::optional<std::string> AskText(const InputBox& box) override {
-    boxes.push_back(box.title + "|" + box.prompt + "|" + box.text);
-    return box.text;
-  }
-  std::optional<std::string> AskFile(const FileRequest& request) override {
-    boxes.push_back(request.title);
-    return request.proposed;
-  }
-};
-
 class ControlsTest : public testing::Test {
  protected:
   ControlsTest() {
@@ -48,16 +32,16 @@ class ControlsTest : public testing::Test {
   }
   ~ControlsTest() override { TheDesktop().Reset(); }
 
-  NotingScreen screen_;
+  SilentScreen screen_;
 };
 
 TEST_F(ControlsTest, BoxesShowWhatStandsInFrontOfAZero) {
   EXPECT_EQ(Spoken("\xA0 &Name\xA0: "), "Name");
   const auto cut = [](const char* text) { return text + std::string("\0x", 2); };
-  TheDesktop().Ask({BoxIcon::None, {BoxButton::OK}, cut("title"), cut("text")});
+  TheDesktop().Ask({BoxIcon::None, {BoxButton::OK}, "", cut("text")});
   TheDesktop().AskText({cut("prompt"), cut("title"), cut("text")});
-  TheDesktop().AskFile({.title = cut("title")});
-  EXPECT_EQ(screen_.boxes, (std::vector<std::string>{"title|text", "title|prompt|text", "title"}));
+  EXPECT_THROW(TheDesktop().AskFile({.title = cut("title")}), Fault);
+  EXPECT_EQ(screen_.boxes, (std::vector<std::string>{"text", "title|prompt|text", "title"}));
 }
 
 TEST_F(ControlsTest, TheLastModalFormIsInFrontAndTheLastFormHasTheFocus) {

@@ -7,7 +7,6 @@
 
 #include "controls/desktop.h"
 #include "editor/editor_form.h"
-#include "forms/interface_texts.h"
 #include "platform/fault.h"
 #include "strings/language_files.h"
 #include "support/silent_screen.h"
@@ -311,20 +310,6 @@ TEST_F(EditorLevelsTest, EachKindOfObjectHasItsPictureAndItsNumbers) {
             "Combo 3 4 2nd, Examine 3 3, ");
   frmEditor.cmbType.onChange();
   EXPECT_EQ(frmEditor.cmbID.Row(), 1);
-}
-
-TEST_F(EditorLevelsTest, TroubleWithALanguageIsToldByItsName) {
-  for (int i = 0; i < 15; ++i) InterfaceTable[i] = std::to_string(i);
-  int entry = 0;
-  for (const Language language :
-       {Language::ENGLISH, Language::ITALIAN, Language::GERMAN, Language::US, Language::SPANISH,
-        Language::JAPAN, Language::FRENCH}) {
-    EXPECT_FALSE(ReadLanguage(language, Path("no/file")));
-    EXPECT_EQ(screen_.boxes.back(), std::to_string(++entry));
-    EXPECT_FALSE(WriteLanguage(language, Path("no/file")));
-    EXPECT_EQ(screen_.boxes.back(), std::to_string(entry + 7));
-  }
-  InterfaceTable = {};
 }
 
 }  // namespace
