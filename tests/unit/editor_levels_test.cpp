@@ -162,17 +162,6 @@ TEST_F(EditorLevelsTest, ACopyLeavesTheEntriesBehindItsCounts) {
   EXPECT_EQ(TRScript.Levels[4].Objects[1].StringId, old.Objects[1].StringId);
 }
 
-TEST_F(EditorLevelsTest, CopyAndPasteGoThroughTheClipboard) {
-  const Json before = Select(1);
-  frmEditor.Command26.onPress();
-  EXPECT_EQ(Levels(), before) << "the clipboard is empty";
-  frmEditor.Command25.onPress();
-  Select(3);
-  frmEditor.Command26.onPress();
-  const Json clipboard = Copied(before[1], before[3]);
-  EXPECT_EQ(Levels()[3], Copied(clipboard, before[3])) << "the second copy";
-}
-
 TEST_F(EditorLevelsTest, AnInsertMovesTheLevelsAndClearsItsOwn) {
   TRScript.Levels[0].NameString = TRScript.Levels[2].NameString;
   const Json before = Select(2);
