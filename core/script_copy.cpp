@@ -89,7 +89,6 @@ FileCopy CopyOfScript(const ScriptModel& script) {
   try {
     copy.bytes = SavedBytes(*model);
   } catch (const Fault&) {
-    *model = script;
     MakeLevelsWritable(*model);
     MakeFileNamesWritable(*model);
     copy.bytes = SavedBytes(*model);

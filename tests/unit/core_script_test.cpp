@@ -7,6 +7,7 @@
 #include <set>
 #include <tuple>
 
+#include "core/script_copy.h"
 #include "core/script_dat.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
@@ -246,6 +247,8 @@ TEST_F(CoreScriptTest, Holds255LevelsOf32767Bytes) {
   ASSERT_EQ(Saving(Path("one")), "true");
   EXPECT_EQ(TRScript.ScriptDataSize, 32767);
   EXPECT_EQ(TRScript.LevelOffsets[255], 32767);
+  TRScript.FileNames[0] = std::string(32768, 'n');
+  EXPECT_EQ(CopyOfScript(TRScript).bytes[9], '\xFF') << "no level is left out for a name";
   ASSERT_TRUE(LoadAdventure(Path("one"), kTr5));
   EXPECT_EQ(TRScript.Levels[254].CutCount, 60);
 
