@@ -1,5 +1,7 @@
 // The way of built streams through the temporary file and into the model.
 
+#include <filesystem>
+
 #include "core/script_dat.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
@@ -28,6 +30,7 @@ class CoreBuildTest : public CoreTest {
 
 TEST_F(CoreBuildTest, TakesTheStreamIntoTheModel) {
   MakeFile(Path("scriptdata.tmp"), "an older one, which is longer");
+  std::filesystem::create_hard_link(Path("scriptdata.tmp"), Path("older"));
   TRScript.LevelOffsets[1] = 32;
   TRScript.Levels[1].Cut = 3;
   for (const std::uint8_t game : {kTr5, kTr4}) {
@@ -41,6 +44,7 @@ TEST_F(CoreBuildTest, TakesTheStreamIntoTheModel) {
   }
   BuildLevel(0);
   EXPECT_EQ(Bytes(Path("scriptdata.tmp")), kCamera + Hex("82 0000 00 00 83")) << "the title";
+  EXPECT_EQ(Bytes(Path("older")).size(), 29U) << "it is deleted, not written over";
 }
 
 TEST_F(CoreBuildTest, BuildsUpTo1025Bytes) {
