@@ -8,6 +8,7 @@
 
 #include "platform/bounded_array.h"
 #include "platform/checked_integer.h"
+#include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 #include "platform/system_path.h"
@@ -51,7 +52,12 @@ TEST_F(CorePlatformTest, ArraysKeepToTheirBounds) {
   FixedArray<int, 4> fixed;
   const FixedArray<int, 4>& same = fixed;
   DynamicArray<std::string> dynamic;
-  EXPECT_EQ(OutcomeOf([&] { dynamic[0] = "x"; }), kSubscript);
+  try {
+    dynamic[0] = "x";
+    ADD_FAILURE();
+  } catch (const Fault& fault) {
+    EXPECT_EQ(fault.about(), "0 > -1");
+  }
   dynamic.Redim(Byte(1));
   for (int i = -1; i <= 4; ++i) {
     EXPECT_EQ(OutcomeOf([&] { fixed[i] = 1; }), i < 0 || i > 3 ? kSubscript : "true") << i;
