@@ -132,7 +132,7 @@ TEST_F(ScriptCheckTest, FindsWhatTheFileHoldsBesideItsStreams) {
   EXPECT_EQ(Found(clean + "t"), "tail-dropped /LanguageNames\n");
   EXPECT_EQ(Found(std::string(clean).replace(58, 2, 2, '\0')),
             "level-without-file /Levels/1/FileNameIndex\n");
-  EXPECT_EQ(Found(clean.substr(0, clean.size() - 3)), "language-names-missing /LanguageNames\n");
+  EXPECT_EQ(Found(clean.substr(0, clean.size() - 16)), "language-names-missing /LanguageNames\n");
   EXPECT_EQ(Found(clean.substr(0, 60)),
             "file-truncated \nclosing-missing /Levels/0\nclosing-missing /Levels/1\n"
             "language-names-missing /LanguageNames\nlevel-block-size /Levels\n");
