@@ -1,6 +1,7 @@
 #include "frame/recovery_folder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -89,16 +90,29 @@ bool IsAsItWasMade(const fs::path& folder) {
 
 fs::path Unfinished(fs::path folder) { return folder += kUnfinished; }
 
-/// Removes all but the newest copy and the newest ones of the others, by the time when their notes
-/// were written: the local time that names them may be set back.
+using DatedCopies = std::vector<std::pair<fs::file_time_type, fs::path>>;
+
+/// Gives the note of the newest copy a time behind that of all others, which a clock that was set
+/// back did not.
+void PutBehind(const fs::path& newest, const DatedCopies& others) {
+  constexpr auto kStep = std::chrono::seconds(2);  // the coarsest that file systems tell apart
+  if (others.empty()) return;
+  const fs::file_time_type last = std::max_element(others.begin(), others.end())->first;
+  if (fs::last_write_time(newest / kNote) > last) return;
+  fs::last_write_time(newest / kNote, last + kStep);
+}
+
+/// Removes all but the newest copy and the newest ones of the others. They are in the order of
+/// their notes' times: the local time that names them may be set back.
 void RemoveOldest(const fs::path& recovered, const fs::path& newest) {
-  std::vector<std::pair<fs::file_time_type, fs::path>> others;
+  DatedCopies others;
   for (const fs::directory_entry& entry : fs::directory_iterator(recovered)) {
     const fs::path& copy = entry.path();
     if (copy == newest || !IsNamedByTime(copy)) continue;
     if (!entry.is_directory() || entry.is_symlink() || !IsThere(copy / kNote)) continue;
     others.emplace_back(fs::last_write_time(copy / kNote), copy);
   }
+  PutBehind(newest, others);
   std::sort(others.rbegin(), others.rend());
   for (std::size_t i = kMostCopies - 1; i < others.size(); ++i) {
     const fs::path& copy = others[i].second;
