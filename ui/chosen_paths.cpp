@@ -6,7 +6,11 @@ namespace quillmark {
 
 void ChosenPaths::Note(const QString& path) {
   const QString left = FromAnsi(ToAnsi(path));
-  if (left != path) whole_[left] = path;
+  if (left != path) {
+    whole_[left] = path;
+  } else {
+    whole_.erase(left);
+  }
 }
 
 QString ChosenPaths::MakeWhole(QString shown) const {
