@@ -48,7 +48,7 @@ TEST_F(TrashTest, KeepsFilesOfOneNameApartWithTheirRecords) {
     EXPECT_EQ(record.size(), start.size() + std::string("04-11-05T18:30:00\n").size());
   }
   EXPECT_EQ(fs::status(trash).permissions(), fs::perms::owner_all);
-  for (int i = 4; i <= 101; ++i) MakeFile(trash / ("files/a % b.old." + std::to_string(i)), "");
+  for (int i = 4; i <= 110; ++i) MakeFile(trash / ("files/a % b.old." + std::to_string(i)), "");
   EXPECT_TRUE(Discard("one more")) << "there is no end of names";
 }
 
