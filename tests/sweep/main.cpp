@@ -109,15 +109,18 @@ TroublePlan& SharePlan(const std::string& path) {
   return *new (memory) TroublePlan{};
 }
 
+/// The library knows the folder of the run by how a path begins.
+fs::path WholePath(const char* path) { return fs::weakly_canonical(fs::absolute(path)); }
+
 class Sweep {
  public:
   Sweep(char** words, int step)
-      : driver_(fs::absolute(words[1])),
-        shim_(fs::absolute(words[2])),
-        hands_(fs::absolute(words[3])),
-        program_(fs::absolute(words[4])),
-        samples_(fs::absolute(words[5])),
-        work_(fs::absolute(words[6])),
+      : driver_(WholePath(words[1])),
+        shim_(WholePath(words[2])),
+        hands_(WholePath(words[3])),
+        program_(WholePath(words[4])),
+        samples_(WholePath(words[5])),
+        work_(WholePath(words[6])),
         folder_(work_ / "run"),
         step_(step),
         plan_(SharePlan((fs::create_directories(work_), work_ / "plan").string())) {
