@@ -51,7 +51,7 @@ BinaryFile BinaryFile::Make(const std::string& path) {
 }
 
 BinaryFile BinaryFile::Replace(const std::string& path) {
-  CheckDeletable(path);
+  CheckReplaceable(path);
   BinaryFile file(path);
   file.replacement_ = std::make_unique<Replacement>(path, Replacement::OldFile::Discarded,
                                                     Replacement::NoNewFile::Fails);

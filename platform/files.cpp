@@ -8,6 +8,7 @@
 #include "platform/file_numbers.h"
 #include "platform/log.h"
 #include "platform/system_path.h"
+#include "platform/system_write.h"
 
 namespace quillmark {
 namespace {
@@ -34,9 +35,12 @@ Surroundings& TheProgram() {
 
 std::string QuotedPath(std::string_view path) { return "'" + std::string(path) + "'"; }
 
+/// What of a link is to be deleted.
+enum class OfLink { Itself, FileBehind };
+
 /// Where `path` stands on disk; the fault if nothing is there, if it is write-protected, which some
 /// systems would pass over, if only somebody else may delete it, or if a file number holds it.
-fs::path DeletablePath(std::string_view path) {
+fs::path DeletablePath(std::string_view path, OfLink part) {
   fs::path place = PlaceOfFile(path);
   if (place.empty()) {
     throw Fault(FaultKind::File, "there is no file " + QuotedPath(path), std::string(path));
@@ -45,7 +49,7 @@ fs::path DeletablePath(std::string_view path) {
     throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is write-protected",
                 std::string(path));
   }
-  if (IsKeptForOthers(place)) {
+  if (IsKeptForOthers(part == OfLink::Itself ? place : BehindLinks(place))) {
     throw Fault(FaultKind::File, "the file " + QuotedPath(path) + " is somebody else's",
                 std::string(path));
   }
@@ -107,10 +111,10 @@ std::int64_t FileLength(std::string_view path) {
   return static_cast<std::int64_t>(*size);
 }
 
-void CheckDeletable(std::string_view path) { DeletablePath(path); }
+void CheckReplaceable(std::string_view path) { DeletablePath(path, OfLink::FileBehind); }
 
 void EraseFile(std::string_view path) {
-  if (const std::error_code error = RemoveFile(DeletablePath(path))) {
+  if (const std::error_code error = RemoveFile(DeletablePath(path, OfLink::Itself))) {
     throw Fault(FaultKind::File,
                 "the file " + QuotedPath(path) + " can't be deleted: " + error.message(),
                 std::string(path));

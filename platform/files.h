@@ -34,8 +34,9 @@ std::vector<std::string> FindFiles(std::string_view folder,
 /// Bytes of the file at `path`, found as `FindFile` does. Throws the file fault if there is none.
 std::int64_t FileLength(std::string_view path);
 
-/// Throws the file fault if `EraseFile` would, as far as that can be told without trying.
-void CheckDeletable(std::string_view path);
+/// Throws the file fault if `EraseFile` would, as far as that can be told without trying; but of a
+/// link it asks whether the file that it leads to may be deleted.
+void CheckReplaceable(std::string_view path);
 
 /// Deletes the file at `path`, found as `FindFile` does. Throws the file fault if there is none, if
 /// it is write-protected or open under any file number, or if the system refuses.

@@ -53,6 +53,12 @@ bool IsThere(const fs::path& path) {
   return fs::exists(path, error);
 }
 
+std::optional<bool> IsNameTaken(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status about = fs::symlink_status(path, error);
+  return fs::status_known(about) ? std::optional(fs::exists(about)) : std::nullopt;
+}
+
 std::optional<std::uint64_t> SizeOfFile(const fs::path& path) {
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);
@@ -72,12 +78,10 @@ bool IsWriteProtected(const fs::path& path) {
 
 bool IsKeptForOthers(const fs::path& path) {
   std::error_code error;
-  const fs::path place = fs::canonical(path, error);
+  const fs::path above = fs::absolute(path, error).parent_path();
   struct stat file {};
   struct stat folder {};
-  if (stat(place.c_str(), &file) != 0 || stat(place.parent_path().c_str(), &folder) != 0) {
-    return false;
-  }
+  if (lstat(path.c_str(), &file) != 0 || stat(above.c_str(), &folder) != 0) return false;
   const uid_t user = geteuid();
   const bool isOurs = user == 0 || user == file.st_uid || user == folder.st_uid;
   return (folder.st_mode & S_ISVTX) != 0 && !isOurs;

@@ -86,6 +86,13 @@ std::vector<std::string> FindFiles(std::string_view folder,
 
 bool IsThere(const fs::path& path) { return AttributesOf(path).has_value(); }
 
+std::optional<bool> IsNameTaken(const fs::path& path) {
+  if (AttributesOf(path)) return true;
+  const DWORD error = GetLastError();
+  const bool isFree = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+  return isFree ? std::optional(false) : std::nullopt;
+}
+
 std::optional<std::uint64_t> SizeOfFile(const fs::path& path) {
   const auto data = AttributesOf(path);
   if (!data || (data->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::nullopt;

@@ -33,6 +33,10 @@ std::filesystem::path NameOnDisk(const std::filesystem::path& path);
 /// Whether a file or a folder stands there.
 bool IsThere(const std::filesystem::path& path);
 
+/// Whether anything has that name, be it a link that leads nowhere; nothing if the system does not
+/// tell.
+std::optional<bool> IsNameTaken(const std::filesystem::path& path);
+
 /// The bytes of the file at `path`; nothing if there is none or it is a folder.
 std::optional<std::uint64_t> SizeOfFile(const std::filesystem::path& path);
 
@@ -42,8 +46,8 @@ bool IsSameFile(const std::filesystem::path& one, const std::filesystem::path& o
 /// Whether the file at `path` is there and marked as one that is not to be changed.
 bool IsWriteProtected(const std::filesystem::path& path);
 
-/// Whether the folder of `path` lets a file be deleted by those alone who own one of the two, and
-/// we don't.
+/// Whether the folder of `path` lets what stands there, be it a link, be deleted by those alone who
+/// own one of the two, and we don't.
 bool IsKeptForOthers(const std::filesystem::path& path);
 
 /// Deletes the file; the error if the system refuses.
