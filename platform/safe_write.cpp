@@ -29,10 +29,7 @@ fs::path NameBeside(const fs::path& target, const char* what, int count) {
 }
 
 /// A system that fails to tell is no reason to leave a file behind.
-bool MayBeThere(const fs::path& path) {
-  std::error_code error;
-  return fs::symlink_status(path, error).type() != fs::file_type::not_found;
-}
+bool MayBeThere(const fs::path& path) { return IsNameTaken(path).value_or(true); }
 
 }  // namespace
 
@@ -56,10 +53,10 @@ void Replacement::MakeBeside(NoNewFile noNewFile) {
   for (int count = 1; count <= kMostNames; ++count) {
     fresh_ = NameBeside(target_, "new", count);
     second_ = NameBeside(target_, "old", count);
-    if (IsThere(second_)) continue;
+    if (IsNameTaken(second_).value_or(false)) continue;
     error = MakeNewFile(fresh_);
     if (!error) return;
-    if (!IsThere(fresh_)) break;
+    if (!IsNameTaken(fresh_).value_or(false)) break;
   }
   fresh_.clear();
   if (noNewFile == NoNewFile::Fails || !IsRefusal(error)) Fail(error);
@@ -104,7 +101,10 @@ void Replacement::CopyOld() const {
 void Replacement::TakeNameOrWriteOver(std::string_view content) {
   const std::error_code error = TakeName(fresh_, target_, second_);
   if (!error) return fresh_.clear();
-  if (!MayBeThere(target_)) Fail(error);  // the second name is all that there is
+  if (!MayBeThere(target_)) {  // the second name is all that is left of the old file
+    if (MayBeThere(fresh_)) KeepFresh();
+    Fail(error);
+  }
   // A second name of the same file would be written over with it.
   RemoveFile(second_);
   if (!IsRefusal(error)) Fail(error);
@@ -116,12 +116,16 @@ void Replacement::WriteOver(std::string_view content) {
   const WriteResult over = WriteToDisk(target_, content);
   if (!over.error) return;
   if (over.begun) {
-    keptContents.push_back({path_, PathText(fresh_)});
-    fresh_.clear();
+    KeepFresh();
   } else {
     RemoveFile(second_);
   }
   Fail(over.error);
+}
+
+void Replacement::KeepFresh() {
+  keptContents.push_back({path_, PathText(fresh_)});
+  fresh_.clear();
 }
 
 void Replacement::DiscardOld() const {

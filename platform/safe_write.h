@@ -42,6 +42,7 @@ class Replacement {
   void CopyOld() const;
   void TakeNameOrWriteOver(std::string_view content);
   void WriteOver(std::string_view content);
+  void KeepFresh();
   void DiscardOld() const;
 
   std::string path_;
