@@ -7,6 +7,8 @@
 namespace quillmark {
 namespace {
 
+constexpr std::int64_t kNoKind = -1;  // which no limit counts
+
 std::int64_t ReadFlags(JsonReader& reader, const Json& json, const std::string& place) {
   std::uint16_t bits = 0;
   if (!json.is_array()) {
@@ -21,7 +23,6 @@ std::int64_t ReadFlags(JsonReader& reader, const Json& json, const std::string& 
 }
 
 std::int64_t ReadKindName(JsonReader& reader, const Json& json, const std::string& place) {
-  constexpr std::int64_t kNoKind = -1;  // which no limit counts
   const auto kind = reader.ReadWord(json, place, KindNames());
   return kind ? static_cast<std::int64_t>(*kind) : kNoKind;
 }
@@ -53,6 +54,15 @@ void ReadField(JsonReader& reader, const Json& json, const std::string& place,
   }
 }
 
+template <class Record>
+void LoseFields(JsonReader& reader, const std::string& place, Record& record) {
+  reader.Error("wrong-type", place, "an object is needed");
+  reader.MarkMembersFailed(place);
+  for (const NumberField<Record>& field : FieldsOf(record)) {
+    if (field.meaning == Meaning::Kind) field.set(record, 0, kNoKind);
+  }
+}
+
 /// As much of it as an export writes; of what is no text at all, that much is said.
 Json ShownComment(const Json& comment) {
   if (comment.is_null()) return comment;
@@ -63,8 +73,12 @@ Json ShownComment(const Json& comment) {
 }  // namespace
 
 template <class Record>
-void ReadFields(JsonReader& reader, const Json& object, const std::string& place, Record& record,
+bool ReadFields(JsonReader& reader, const Json& object, const std::string& place, Record& record,
                 JsonReader::Names& known) {
+  if (!object.is_object()) {
+    LoseFields(reader, place, record);
+    return false;
+  }
   for (const NumberField<Record>& field : FieldsOf(record)) {
     if (!HasField(reader.Game(), field.games)) continue;
     known.emplace(field.name);
@@ -77,15 +91,16 @@ void ReadFields(JsonReader& reader, const Json& object, const std::string& place
     if (comment == nullptr) continue;
     reader.KeepComment({at, field.meaning, field.get(record, 0), ShownComment(*comment)});
   }
+  return true;
 }
 
-template void ReadFields(JsonReader&, const Json&, const std::string&, ScriptModel&,
+template bool ReadFields(JsonReader&, const Json&, const std::string&, ScriptModel&,
                          JsonReader::Names&);
-template void ReadFields(JsonReader&, const Json&, const std::string&, LevelRecord&,
+template bool ReadFields(JsonReader&, const Json&, const std::string&, LevelRecord&,
                          JsonReader::Names&);
-template void ReadFields(JsonReader&, const Json&, const std::string&, LevelObject&,
+template bool ReadFields(JsonReader&, const Json&, const std::string&, LevelObject&,
                          JsonReader::Names&);
-template void ReadFields(JsonReader&, const Json&, const std::string&, CutEntry&,
+template bool ReadFields(JsonReader&, const Json&, const std::string&, CutEntry&,
                          JsonReader::Names&);
 
 }  // namespace quillmark

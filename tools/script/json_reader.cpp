@@ -38,15 +38,20 @@ void JsonReader::Error(std::string_view id, const std::string& place, const std:
   Add({id, Severity::Error, place, sentence});
 }
 
+bool JsonReader::HasFailed(const std::string& place) const {
+  return failed_.contains(place) || lost_.contains(place.substr(0, place.rfind('/')));
+}
+
 bool JsonReader::HasFailed(const std::string& record,
                            std::initializer_list<const char*> members) const {
   return std::any_of(members.begin(), members.end(),
                      [&](const char* member) { return HasFailed(record + '/' + member); });
 }
 
-bool JsonReader::HasFailedWithin(std::string_view place) const {
-  const auto first = failed_.lower_bound(place);
-  return first != failed_.end() && first->starts_with(place);
+bool JsonReader::HasFailedWithin(const std::string& place) const {
+  const std::string below = place + '/';
+  const auto first = failed_.lower_bound(below);
+  return HasFailed(place) || (first != failed_.end() && first->starts_with(below));
 }
 
 void JsonReader::RefuseOthers(const Json& object, const std::string& place, const Names& known) {

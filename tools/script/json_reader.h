@@ -59,11 +59,13 @@ class JsonReader {
 
   /// What follows from an error at that place is not to be told.
   void MarkFailed(const std::string& place) { failed_.insert(place); }
-  bool HasFailed(const std::string& place) const { return failed_.contains(place); }
+  /// The same for all members of the record at that place.
+  void MarkMembersFailed(const std::string& record) { lost_.insert(record); }
+  bool HasFailed(const std::string& place) const;
   /// Whether any of these members of the record failed.
   bool HasFailed(const std::string& record, std::initializer_list<const char*> members) const;
   /// Whether anything failed at that place or below it.
-  bool HasFailedWithin(std::string_view place) const;
+  bool HasFailedWithin(const std::string& place) const;
 
   void KeepComment(Comment comment) { comments_.push_back(std::move(comment)); }
   const std::vector<Comment>& Comments() const { return comments_; }
@@ -98,6 +100,7 @@ class JsonReader {
   Findings& findings_;
   std::vector<Comment> comments_;
   Names failed_;  ///< places of errors
+  Names lost_;    ///< places of records without members
 };
 
 }  // namespace quillmark

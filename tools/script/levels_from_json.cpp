@@ -36,9 +36,8 @@ void ReadEntry(JsonReader& reader, const Json& json, const std::string& place, I
 
 template <class Record>
 void ReadEntry(JsonReader& reader, const Json& json, const std::string& place, Record& record) {
-  if (!json.is_object()) return reader.Error("wrong-type", place, "an object is needed");
   JsonReader::Names known;
-  ReadFields(reader, json, place, record, known);
+  if (!ReadFields(reader, json, place, record, known)) return;
   reader.RefuseOthers(json, place, known);
   Check(reader, record, place);
 }
@@ -56,9 +55,8 @@ std::size_t ReadEntries(JsonReader& reader, const Json* member, const std::strin
 }
 
 void ReadLevel(JsonReader& reader, const Json& json, const std::string& place, LevelRecord& level) {
-  if (!json.is_object()) return reader.Error("wrong-type", place, "an object is needed");
   JsonReader::Names known;
-  ReadFields(reader, json, place, level, known);
+  if (!ReadFields(reader, json, place, level, known)) return;
   WithEachList(level, [&](const char* name, Games games, auto& count, auto& entries) {
     if (!HasField(reader.Game(), games)) return;
     known.emplace(name);

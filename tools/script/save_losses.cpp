@@ -252,7 +252,11 @@ constexpr char kMaskByte = 0x5C;
 void AddLanguage(const ScriptValue& value, Language language, Findings& findings) {
   const LanguageSlot& slot = value.languages[static_cast<int>(language)];
   const std::string place = "/Languages/" + std::string(LanguageName(language));
-  const std::string_view area = StringArea(value, language);
+  std::string_view area = StringArea(value, language);
+  // A save writes the place of a first string, a zero, even if there is none.
+  if (slot.Total <= 0) {
+    area.remove_prefix(std::min({sizeof(Int16), area.size(), area.find_first_not_of('\0')}));
+  }
   const std::size_t taken = std::min(slot.Strings.SizeOfFirst(slot.Total), area.size());
   if (taken < area.size()) {
     findings.push_back(

@@ -86,7 +86,7 @@ class Arrival {
     if (error) ThrowFile(name_, "can't be written: " + error.message());
   }
   void RefuseLeftover(const fs::path& path) const {
-    if (!IsThere(path)) return;
+    if (!IsNameTaken(path).value_or(false)) return;
     ThrowFile(name_, "can't be written: '" + PathText(path) +
                          "' is in the way; a write that was broken off may have left it: look at "
                          "it and move it away");
