@@ -23,6 +23,7 @@
 #include "forms/dialog_forms.h"
 #include "forms/editor_controls.h"
 #include "platform/ansi.h"
+#include "ui/file_filters.h"
 #include "ui/qt_screen.h"
 
 namespace quillmark {
@@ -85,6 +86,13 @@ TEST(FileDialogs, ShowPathsWithAllTheirLetters) {
     EXPECT_EQ(screen.WindowOf(frmEditor).windowTitle(),
               QStringLiteral("Quillmark - ") + screen.file);
   }
+}
+
+TEST(FileDialogs, OfferFilesInEitherLetterCase) {
+#ifdef Q_OS_WIN
+  GTEST_SKIP() << "as its dialogs do by themselves";
+#endif
+  EXPECT_EQ(FileFilters("Any|a.1; *.2|All|*"), QStringLiteral("Any ([aA].1 *.2);;All (*)"));
 }
 
 TEST(FileDialogs, RememberTheFolderOfTheirKind) {

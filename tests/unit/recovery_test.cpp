@@ -238,6 +238,7 @@ TEST_F(RecoveryTest, TheProgramTellsOfActsReplacementsAndItsEnd) {
   TheDesktop().RunAct("", [] {});
   TRScript.ScriptFlags = 2;
   TheDesktop().RunAct("", [] { throw ProcessEnd{}; });
+  TheDesktop().RunAct("", [] { ADD_FAILURE() << "nothing runs any more"; });
   EXPECT_EQ(Copies().size(), 2U);
   SetScriptListeners({});
 }
