@@ -132,13 +132,6 @@ bool Form::InFront() const {
   return shown_ && (modal == nullptr || modal == this);
 }
 
-Control* Form::Find(std::string_view name, int index) const {
-  const auto found = std::find_if(controls_.begin(), controls_.end(), [&](const Control* control) {
-    return control->Index() == index && control->Name() == name;
-  });
-  return found == controls_.end() ? nullptr : *found;
-}
-
 Control* Form::Focus() const { return focus_; }
 
 void Form::SetFocus(Control* control) {

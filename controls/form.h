@@ -93,8 +93,6 @@ class Form {
   bool InFront() const;
 
   const std::vector<Control*>& Controls() const { return controls_; }
-  /// The control of that name and index; null if there is none.
-  Control* Find(std::string_view name, int index = -1) const;
 
   /// The control that has the focus; null if none can have it.
   Control* Focus() const;

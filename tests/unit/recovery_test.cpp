@@ -280,17 +280,21 @@ TEST_F(RecoveryTest, TenStayAndWhateverTheUserTouched) {
   MakeFile(changed + "/SCRIPT.DAT", "two");
   const std::string extended = copyTo("2001-01-02 00.00.00");
   MakeFile(extended + "/notes.txt", "mine");
+  const std::string deepened = copyTo("2001-01-03 00.00.00");
+  fs::create_directory(deepened + "/more");
   const std::string renamed = copyTo("2001-01-03 00.00.00 good");
   std::vector<std::string> old;  // by names and times of a clock that was set back since then
-  for (int i = 0; i < 10; ++i) old.push_back(copyTo("2099-01-01 00.00.0" + std::to_string(i)));
+  for (const char i : std::string("0123456789")) {
+    old.push_back(copyTo("2099-01-01 00.00.00 (" + std::string(1, i) + ")"));
+  }
   MakeFile(Path("recovered/2001-01-04 00.00.00"), "a file");
 
   PutIntoRecoveryFolder(files);
   PutIntoRecoveryFolder(files);
   EXPECT_FALSE(fs::exists(old[0]));
   EXPECT_FALSE(fs::exists(old[1])) << "the first of the two new ones is newer";
-  EXPECT_EQ(Copies().size(), 14U) << "ten, and four of the user's";
-  for (const std::string& kept : {changed, extended, renamed, old[2]}) {
+  EXPECT_EQ(Copies().size(), 15U) << "ten, and five of the user's";
+  for (const std::string& kept : {changed, extended, deepened, renamed, old[2]}) {
     EXPECT_TRUE(fs::exists(kept)) << kept;
   }
 }
