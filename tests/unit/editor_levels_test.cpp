@@ -152,19 +152,10 @@ class EditorLevelsTest : public CoreTest {
   AnsweringScreen screen_;
 };
 
-TEST_F(EditorLevelsTest, ACopyLeavesTheEntriesBehindItsCounts) {
-  const LevelRecord old = TRScript.Levels[4];
-  TRScript.Levels[3].CutCount = TRScript.Levels[3].PuzzleCount = 1;
-  TRScript.Levels[3].ObjectCount = 1;
-  CopyLevel(TRScript.Levels[3], TRScript.Levels[4]);
-  EXPECT_EQ(TRScript.Levels[4].Cuts[1].Value, old.Cuts[1].Value);
-  EXPECT_EQ(TRScript.Levels[4].Puzzles[1].StringId, old.Puzzles[1].StringId);
-  EXPECT_EQ(TRScript.Levels[4].Objects[1].StringId, old.Objects[1].StringId);
-}
-
 TEST_F(EditorLevelsTest, AnInsertMovesTheLevelsAndClearsItsOwn) {
   TRScript.Levels[0].NameString = TRScript.Levels[2].NameString;
   const Json before = Select(2);
+  const LevelRecord old = TRScript.Levels[2];
   frmEditor.Command19.onPress();
   const Json after = Levels();
   EXPECT_EQ(TRScript.NumLevels, kLevels + 1);
@@ -172,6 +163,10 @@ TEST_F(EditorLevelsTest, AnInsertMovesTheLevelsAndClearsItsOwn) {
   EXPECT_EQ(after[0], before[0]);
   EXPECT_EQ(after[1], before[1]);
   EXPECT_EQ(after[2], Cleared(Copied(before[1], before[2])));
+  // What stands behind the count of the level above stays.
+  EXPECT_EQ(TRScript.Levels[2].Cuts[1].Value, old.Cuts[1].Value);
+  EXPECT_EQ(TRScript.Levels[2].Puzzles[1].StringId, old.Puzzles[1].StringId);
+  EXPECT_EQ(TRScript.Levels[2].Objects[4].StringId, old.Objects[4].StringId);
   EXPECT_EQ(frmEditor.lstCuts.Count(), TRScript.Levels[0].CutCount) << "its last refresh";
   for (std::size_t i = 3; i <= kLevels; ++i) {
     EXPECT_EQ(after[i], Copied(before[i - 1], before[i])) << i;
