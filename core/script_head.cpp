@@ -10,11 +10,11 @@ namespace {
 constexpr std::array<HeadField, 2> kFlags{
     {{&ScriptModel::ScriptFlags}, {&ScriptModel::ScriptFlagsHigh, false}}};
 
-constexpr std::array<HeadField, 5> kCounts{{{&ScriptModel::ScriptFrameRate},
-                                            {&ScriptModel::ScriptSecurity},
-                                            {&ScriptModel::NumLevels},
-                                            {&ScriptModel::NumFileNames},
-                                            {std::monostate{}, false}}};
+constexpr std::array<HeadField, 5> kCountFields{{{&ScriptModel::ScriptFrameRate},
+                                                 {&ScriptModel::ScriptSecurity},
+                                                 {&ScriptModel::NumLevels},
+                                                 {&ScriptModel::NumFileNames},
+                                                 {std::monostate{}, false}}};
 
 constexpr std::array<HeadField, 10> kSizesAndExtensions{{{&ScriptModel::FileNamesSize},
                                                          {&ScriptModel::ScriptDataSize},
@@ -41,7 +41,7 @@ void Append(std::string& bytes, std::string text, bool written) {
 }  // namespace
 
 std::span<const HeadField> HeadFlags() { return kFlags; }
-std::span<const HeadField> HeadCounts() { return kCounts; }
+std::span<const HeadField> HeadCounts() { return kCountFields; }
 std::span<const HeadField> HeadSizesAndExtensions() { return kSizesAndExtensions; }
 
 void ReadHead(ByteReader& bytes, std::span<const HeadField> fields, ScriptModel& script) {

@@ -19,8 +19,8 @@ std::string BuiltStreamPath() { return ProgramPath(kStreamName); }
 
 StreamFile::~StreamFile() {
   try {
-    WithMemoryFaults([this] { LeaveFault(); });
-  } catch (const Fault&) {
+    LeaveFault();
+  } catch (...) {
     return;  // the fault that is on its way tells more than this one
   }
 }

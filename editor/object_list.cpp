@@ -146,7 +146,7 @@ void OfferIds() {
 }
 
 // Kept as it is: the second number is not loaded, `cmbCombo` keeps its row.
-void LoadPanel() {
+void LoadObjectPanel() {
   const LevelRecord& level = SelectedLevel();
   if (level.ObjectCount == 0) return;
   const LevelObject& object = level.Objects[SelectedObject()];
@@ -161,7 +161,7 @@ void LoadPanel() {
   }
 }
 
-void Find() {
+void FindString() {
   const std::string& text = frmEditor.txtFind.Text();
   if (text.empty()) {
     const LevelRecord& level = SelectedLevel();
@@ -207,14 +207,14 @@ void AttachObjectList() {
     frmEditor.cmbID.Select(1);
     frmEditor.cmbCombo.Select(0);
   };
-  frmEditor.lstObj.onItemClick = LoadPanel;
+  frmEditor.lstObj.onItemClick = LoadObjectPanel;
   frmEditor.lstObj.onClick = [] { frmEditor.Command12.SetEnabled(true); };
   frmEditor.Command5.onPress = AddObject;
   frmEditor.Command12.onPress = ChangeObject;
   frmEditor.Command14.onPress = DeleteObject;
   frmEditor.Command17.onPress = CopyObject;
   frmEditor.Command18.onPress = PasteObject;
-  frmEditor.txtFind.onChange = Find;
+  frmEditor.txtFind.onChange = FindString;
 }
 
 }  // namespace quillmark

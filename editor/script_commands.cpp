@@ -25,7 +25,7 @@ namespace {
 constexpr const char* kScriptFilter = "SCRIPT.DAT|SCRIPT.DAT";
 constexpr const char* kLanguageFilter = "<LANGUAGE>.DAT|*.dat";
 
-ScriptListeners listeners;
+ScriptListeners scriptListeners;
 
 void Tell(const std::function<void()>& listener) {
   if (listener) listener();
@@ -34,8 +34,8 @@ void Tell(const std::function<void()>& listener) {
 /// Stands around the steps that replace the script, which may end in a fault or with the process.
 class Replacing {
  public:
-  Replacing() { Tell(listeners.replacing); }
-  ~Replacing() { Tell(listeners.replaced); }
+  Replacing() { Tell(scriptListeners.replacing); }
+  ~Replacing() { Tell(scriptListeners.replaced); }
   Replacing(const Replacing&) = delete;
   Replacing& operator=(const Replacing&) = delete;
 };
@@ -129,7 +129,7 @@ void ShowLanguageTrouble(Language language, FileWork work) {
   ShowErrorEntry(work == FileWork::Read ? troubles.read : troubles.write);
 }
 
-StringListeners ListStrings() {
+StringListeners StringsOnScreen() {
   return {.stringRead =
               [](const std::string& text) {
                 frmStrings.Load();
@@ -234,7 +234,7 @@ void LoadSteps(const std::string& proposed) {
   frmEditor.lstLevels.TakeFocus();
 }
 
-void Load(const std::string& proposed) {
+void LoadProposed(const std::string& proposed) {
   const Replacing script;
   try {
     RunCommand([&] { LoadSteps(proposed); }, LoadFailed);
@@ -266,7 +266,7 @@ void SaveSteps() {
     ShowErrorEntry(Entry::CannotSaveLanguage);
     return;
   }
-  Tell(listeners.saved);
+  Tell(scriptListeners.saved);
   TheDesktop().Ask({BoxIcon::Information,
                     {BoxButton::OK},
                     TextOf(Entry::SaveDoneTitle),
@@ -347,12 +347,12 @@ void ShowAbout() {
                         "Help: Start -> Programmi -> Quillmark -> Manuale.pdf"});
 }
 
-void SetScriptListeners(ScriptListeners newListeners) { listeners = std::move(newListeners); }
+void SetScriptListeners(ScriptListeners newListeners) { scriptListeners = std::move(newListeners); }
 
 void AttachScriptCommands() {
-  SetStringListeners(ListStrings());
-  frmEditor.Command7.onPress = [] { Load({}); };
-  frmEditor.onFileDropped = Load;
+  SetStringListeners(StringsOnScreen());
+  frmEditor.Command7.onPress = [] { LoadProposed({}); };
+  frmEditor.onFileDropped = LoadProposed;
   frmEditor.wantsFile = CanBeLoaded;
   frmEditor.Command24.onPress = New;
   frmEditor.Command15.onPress = SaveScriptProc;

@@ -7,7 +7,7 @@
 namespace quillmark {
 namespace {
 
-constexpr std::size_t kLetters = 3;
+constexpr std::size_t kExtensionLetters = 3;
 
 /// `text` cut to the length of an extension field, or filled with blanks to it.
 std::string ExtensionField(std::string text) {
@@ -19,7 +19,7 @@ void LoadExtensions() {
   ApplyTexts(frmEx);
   const auto fields = ShownExtensions(TRScript);
   for (std::size_t box = 0; box < fields.size(); ++box) {
-    const std::string letters = fields[box]->substr(1, kLetters);
+    const std::string letters = fields[box]->substr(1, kExtensionLetters);
     // Kept as it is: the field loses its dot here, and only OK or the next load brings it back.
     *fields[box] = ExtensionField(letters);
     frmEx.txtExtensions[box].SetText(letters);

@@ -17,7 +17,7 @@ namespace {
 constexpr int kNamesNumber = 5;
 constexpr int kTableNumber = 6;
 constexpr int kListWidth = 7200;
-constexpr int kNameColumn = 1;
+constexpr int kEntryColumn = 1;
 constexpr int kTextColumn = 2;
 
 void ListEntries() {
@@ -35,7 +35,7 @@ void LoadLanguageEditor() {
   frmLangEditor.Text1.SelectText(0, 0);
   ApplyTexts(frmLangEditor);
   ListEntries();
-  for (const int column : {kNameColumn, kTextColumn}) {
+  for (const int column : {kEntryColumn, kTextColumn}) {
     frmLangEditor.l.SetColumnWidth(column, kListWidth / 2);
   }
 }

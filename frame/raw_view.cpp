@@ -11,7 +11,7 @@
 namespace quillmark {
 namespace {
 
-constexpr int kStreamNumber = 1;
+constexpr int kViewedNumber = 1;
 constexpr int kRowBytes = 16;
 
 /// The next 16 bytes as one row, with zeros behind the end of the file.
@@ -20,7 +20,7 @@ std::string NextRow() {
   std::string row;
   for (int i = 0; i < kRowBytes; ++i) {
     if (i > 0) row += i == kRowBytes / 2 ? "    " : " ";
-    const unsigned byte = Files.ReadByte(kStreamNumber).value();
+    const unsigned byte = Files.ReadByte(kViewedNumber).value();
     row += kDigits[byte >> 4U];
     row += kDigits[byte & 0xFU];
   }
@@ -31,10 +31,10 @@ void ShowRawBytes() {
   raw.Load();
   raw.l.Clear();
   BuildLevel(frmEditor.lstLevels.Row());
-  Files.OpenBinary(kStreamNumber, BuiltStreamPath());
+  Files.OpenBinary(kViewedNumber, BuiltStreamPath());
   // Kept as it is: only a failed read tells of the end, so a stream of whole rows gets one row of
   // zeros behind it.
-  while (!Files.EndOfFile(kStreamNumber)) raw.l.AddRow(NextRow());
+  while (!Files.EndOfFile(kViewedNumber)) raw.l.AddRow(NextRow());
   Files.CloseFiles();
   raw.ShowModal();
 }

@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kMostCopies = 10;
-constexpr const char* kFolder = "recovered";
+constexpr const char* kRecoveredFolder = "recovered";
 constexpr const char* kNote = "copy.txt";
 /// Behind the name of a folder that is not whole yet, or any more.
 constexpr const char* kUnfinished = " unfinished";
@@ -138,7 +138,7 @@ fs::path BeginCopy(const fs::path& recovered) {
 }  // namespace
 
 void PutIntoRecoveryFolder(const std::vector<FileCopy>& files) {
-  const fs::path recovered = FormOfSystem(ProgramPath(kFolder));
+  const fs::path recovered = FormOfSystem(ProgramPath(kRecoveredFolder));
   fs::create_directories(recovered);
   const fs::path name = BeginCopy(recovered);
   const fs::path folder = Unfinished(name);

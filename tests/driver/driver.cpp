@@ -33,7 +33,7 @@ using Names = std::map<std::string, Value, std::less<>>;
 constexpr Key kSpace = {KeyCode::Character, ' '};
 const Names<MouseButton> kMouseButtons = {
     {"left", MouseButton::Left}, {"right", MouseButton::Right}, {"middle", MouseButton::Middle}};
-const Names<KeyCode> kKeys = {
+const Names<KeyCode> kKeyNames = {
     {"Delete", KeyCode::Delete}, {"Enter", KeyCode::Enter},         {"Tab", KeyCode::Tab},
     {"Left", KeyCode::Left},     {"Right", KeyCode::Right},         {"Up", KeyCode::Up},
     {"Down", KeyCode::Down},     {"Backspace", KeyCode::Backspace}, {"Escape", KeyCode::Escape}};
@@ -55,7 +55,7 @@ struct Name {
 };
 
 Key ReadKey(std::istream& line) {
-  if ((line >> std::ws).peek() != '"') return {Named(kKeys, ReadWord(line))};
+  if ((line >> std::ws).peek() != '"') return {Named(kKeyNames, ReadWord(line))};
   const std::string character = ReadBytes(line);
   if (character.size() != 1) throw CommandError("a key types one character");
   return {KeyCode::Character, character.front()};
@@ -77,8 +77,8 @@ Control& ControlNamed(const std::string& name) {
 
 /// What is kept of it until the act: texts, which are read as bytes, by value.
 template <class What>
-using Kept = std::conditional_t<std::is_const_v<std::remove_reference_t<What>>,
-                                std::remove_cvref_t<What>, What>;
+using Owned = std::conditional_t<std::is_const_v<std::remove_reference_t<What>>,
+                                 std::remove_cvref_t<What>, What>;
 
 template <class What>
 What Read(std::istream& line) {
@@ -183,14 +183,14 @@ std::function<bool()> ReadAct(Agent& agent, Routine act, [[maybe_unused]] std::i
 template <class... What>
 Command Act(bool (*act)(Driver&, What...)) {
   return {[act](Driver& driver, std::istream& line) {
-    return ReadAct<Driver, decltype(act), Kept<What>...>(driver, act, line);
+    return ReadAct<Driver, decltype(act), Owned<What>...>(driver, act, line);
   }};
 }
 
 template <class... What>
 Command Act(bool (Hands::*act)(What...)) {
   return {[act](Driver& driver, std::istream& line) {
-    return ReadAct<Hands, decltype(act), Kept<What>...>(driver.TheHands(), act, line);
+    return ReadAct<Hands, decltype(act), Owned<What>...>(driver.TheHands(), act, line);
   }};
 }
 

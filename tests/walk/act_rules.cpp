@@ -15,7 +15,7 @@ constexpr std::string_view kFieldFaults = "missing selection|subscript";
 
 constexpr std::string_view kEverything = ".*";
 constexpr std::string_view kLevels = "/NumLevels|/Levels/.*|/LevelOffsets/.*";
-constexpr std::string_view kNames = "/NumFileNames|/FileNames/.*|/FileNameOffsets/.*";
+constexpr std::string_view kNamePaths = "/NumFileNames|/FileNames/.*|/FileNameOffsets/.*";
 constexpr std::string_view kNothing;
 
 #define MAIN "\\w+ frmEditor\\."
@@ -76,10 +76,11 @@ constexpr ActRule kRules[] = {
     {MAIN "(lstObj|txtFind)\\b.*", kNothing, "missing selection|subscript|invalid value"},
     {MAIN "Command[34]\\b.*", "@/CutCount|@/Cuts/.*", "missing selection|subscript|overflow"},
     // File names.
-    {MAIN "(Command1|Command2|Command16)\\b.*", kNames,
+    {MAIN "(Command1|Command2|Command16)\\b.*", kNamePaths,
      "missing selection|subscript|invalid value|overflow"},
-    {"key frmEditor\\.lstFileNames Delete", kNames, "missing selection|subscript|invalid value"},
-    {MAIN "mnuEraseAllFiles\\b.*", kNames, kNothing},
+    {"key frmEditor\\.lstFileNames Delete", kNamePaths,
+     "missing selection|subscript|invalid value"},
+    {MAIN "mnuEraseAllFiles\\b.*", kNamePaths, kNothing},
     // Strings.
     {MAIN "(Command6|Command22)\\b.*", REFRESH, kRefreshFaults},
     {"\\w+ Form2\\.(Command1|Command2)\\b.*", "/Languages/.*|" REFRESH, kRefreshFaults},
