@@ -31,14 +31,6 @@ if(QUILLMARK_SANITIZE)
   target_link_options(quillmark_config INTERFACE -fsanitize=address,undefined)
 endif()
 
-if(QUILLMARK_FUZZ)
-  # Coverage for libFuzzer in all code but what only checks; the targets alone link its main routine.
-  target_compile_options(
-    quillmark_config
-    INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:QUILLMARK_ONLY_CHECKS>>>:-fsanitize=fuzzer-no-link>)
-  target_link_options(quillmark_config INTERFACE -fsanitize=fuzzer-no-link)
-endif()
-
 # quillmark_precompile(target HEADER...): parses these headers once for the target. It is for the
 # speed of a first build alone: without the option each file has to name what it uses.
 function(quillmark_precompile target)
