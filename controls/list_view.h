@@ -16,11 +16,15 @@ inline constexpr int kFormUnitsPerInch = 1440;
 struct Column {
   std::string caption;
   int width = 1440;  ///< in form units; 0 hides the column
+
+  bool operator==(const Column&) const = default;
 };
 
 struct ListViewRow {
   std::vector<std::string> cells;
   int icon = 0;  ///< image number from 1; 0 for none
+
+  bool operator==(const ListViewRow&) const = default;
 };
 
 /// Names of the pictures of an image list; image number n is entry n - 1.

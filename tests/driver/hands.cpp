@@ -200,6 +200,10 @@ Json Hands::Describe(const Control& control) {
   return object;
 }
 
+bool Hands::SeeTheSame(const Control& control, Hands& others) {
+  return Reach(control) == others.Reach(control) && See(control) == others.See(control);
+}
+
 Json Hands::DescribeForm(const Form& form) {
   const Place& place = form.Position();
   return {{"shown", form.Shown()},

@@ -24,6 +24,8 @@ struct Sight {
   std::optional<std::vector<Column>> columns = {};
   std::optional<std::vector<ListViewRow>> rows = {};  ///< of a plain list with one cell each
   int row = -1;
+
+  bool operator==(const Sight&) const = default;
 };
 
 /// What a person does with the controls and sees of them: here with the logical controls
@@ -49,6 +51,7 @@ class Hands {
 
   /// What the control, or the form without its controls, now says.
   Json Describe(const Control& control);
+  bool SeeTheSame(const Control& control, Hands& others);
   virtual Json DescribeForm(const Form& form);
 
   /// Lets everything happen that does not wait for a person.

@@ -5,6 +5,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <regex>
+#include <span>
 #include <sstream>
 #include <tuple>
 #include <typeinfo>
@@ -39,6 +40,12 @@ bool Matches(const std::string& text, const std::string& expression) {
 /// `paths` with the place of that level instead of "@".
 std::string WithLevel(std::string_view paths, int level) {
   return Replaced(std::string(paths), "@", "/Levels/" + Plain(level));
+}
+
+/// The counted entries, or all that there are if there are less.
+template <class Entry>
+std::span<const Entry> Held(const DynamicArray<Entry>& entries, int count) {
+  return entries.First(std::min(count, static_cast<int>(std::ssize(entries))));
 }
 
 void RequireBound(const std::string& name, std::int64_t count, std::int64_t most,
@@ -224,21 +231,21 @@ void Checks::CheckBounds() {
 void Checks::CheckRows() {
   const FrmEditor& form = frmEditor;
   // That the widgets show the same is looked at in any case.
-  const auto rows = [](const Control& list) { return Hands().Describe(list)["rows"]; };
-  Json names = model_["FileNames"];
-  for (Json& name : names) name = ShownText(name.get<std::string>());
-  Json levels = Json::array();
-  for (const Json& level : model_["Levels"]) {
-    const std::string& name = StringsMod.StringPool[level["NameString"].get<int>()];
-    levels.push_back(TextOfBytes(levels.empty() ? TextOf(Entry::TitleLevelRow) : ShownText(name)));
+  std::vector<std::string> names;
+  for (const std::string& name : Held(TRScript.FileNames, TRScript.NumFileNames)) {
+    names.push_back(ShownText(name));
+  }
+  std::vector<std::string> levels;
+  for (const LevelRecord& level : Held(TRScript.Levels, TRScript.NumLevels)) {
+    const std::string& name = StringsMod.StringPool[level.NameString];
+    levels.push_back(levels.empty() ? TextOf(Entry::TitleLevelRow) : ShownText(name));
   }
   // Titles follow where the panel shows another name. Till then an insert leaves too many.
   const std::tuple<const char*, bool, bool> lists[] = {
-      {"NumLevels", rows(form.lstLevels).size() == model_["NumLevels"],
-       act_.ends_with(".Command19")},
-      {"lstLevels", rows(form.lstLevels) == levels, form.cmbName.Row() == name_},
-      {"lstFileNames", rows(form.lstFileNames) == names, false},
-      {"cmbFN", rows(form.cmbFN) == names, act_ == "menu frmEditor.mnuEraseAllFiles"}};
+      {"NumLevels", form.lstLevels.Count() == TRScript.NumLevels, act_.ends_with(".Command19")},
+      {"lstLevels", form.lstLevels.Rows() == levels, form.cmbName.Row() == name_},
+      {"lstFileNames", form.lstFileNames.Rows() == names, false},
+      {"cmbFN", form.cmbFN.Rows() == names, act_ == "menu frmEditor.mnuEraseAllFiles"}};
   const bool loaded = act_ == "click frmSelScript.Command1" && !boxed_ && !refused_;
   for (const auto& [list, agrees, mayPart] : lists) {
     bool& agreed = agreed_[list];
@@ -257,11 +264,9 @@ void Checks::CheckControls(bool ready) {
   Hands logical;
   for (const Form* form : TheDesktop().ShownForms()) {
     for (const Control* control : form->Controls()) {
-      const Json shown = hands_.Describe(*control);
-      const Json meant = logical.Describe(*control);
-      if (shown == meant) continue;
+      if (hands_.SeeTheSame(*control, logical)) continue;
       throw Finding{"the widget differs: " + DriverName(*control),
-                    DriverName(*control) + " " + JsonLine(meant)};
+                    DriverName(*control) + " " + JsonLine(logical.Describe(*control))};
     }
   }
 }
