@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <regex>
 
 #include "core/level_stream.h"
 #include "core/opcode_table.h"
@@ -49,6 +50,11 @@ std::map<std::string, std::string> CoreTest::Saved() const {
   MakeFile(Path("saved/SCRIPT.DAT"), "");
   const bool saved = SaveScript(Path("saved/SCRIPT.DAT")) && WriteLoadedLanguages(folder);
   return saved ? BytesIn(folder) : std::map<std::string, std::string>();
+}
+
+std::string CoreTest::Error() const {
+  const std::string error = Replaced(Bytes(Path("err")), "\r\n", "\n");
+  return std::regex_replace(error, std::regex("[^\n]* \\.\\.\\.\n"), "");
 }
 
 int CoreTest::Run(const std::string& program, const std::string& arguments) const {

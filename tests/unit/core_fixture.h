@@ -33,7 +33,8 @@ class CoreTest : public testing::Test {
   /// Runs a program in a shell and gives its status; what it prints is in `Out` and `Error` then.
   int Run(const std::string& program, const std::string& arguments) const;
   std::string Out() const { return Bytes(Path("out")); }
-  std::string Error() const { return Replaced(Bytes(Path("err")), "\r\n", "\n"); }
+  /// Without what it tells of its steps where it takes long.
+  std::string Error() const;
   /// Loads a script of these streams, from a file "one".
   bool LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const;
 
