@@ -151,7 +151,11 @@ void PutIntoRecoveryFolder(const std::vector<FileCopy>& files) {
     fs::remove_all(folder, passedOver);
     throw;
   }
-  RemoveOldest(recovered, name);
+  try {
+    RemoveOldest(recovered, name);
+  } catch (const fs::filesystem_error&) {
+    return;  // the new copy stands, and the next one tries again
+  }
 }
 
 }  // namespace quillmark
