@@ -174,6 +174,7 @@ TEST_F(CorePlatformTest, PathsAreFoundInAnyLetterCase) {
   EXPECT_EQ(GetPath("c:\\games\\tr4\\SCRIPT.DAT"), "c:\\games\\tr4");
   EXPECT_EQ(GetPath("SCRIPT.DAT"), "");
   EXPECT_EQ(FileNameOf("a\\b.DAT"), "b.DAT");
+  EXPECT_EQ(UpperCased("`az{\xE0"), "`AZ{\xE0");
   MakeFile(Path("us.Dat"), "one");
   EXPECT_EQ(FindFile(Path("US.DAT")), "us.Dat");
   EXPECT_EQ(FindFile(Path("UT.DAT")), "");
