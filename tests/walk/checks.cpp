@@ -242,7 +242,8 @@ void Checks::CheckRows() {
   }
   // Titles follow where the panel shows another name. Till then an insert leaves too many.
   const std::tuple<const char*, bool, bool> lists[] = {
-      {"NumLevels", form.lstLevels.Count() == TRScript.NumLevels, act_.ends_with(".Command19")},
+      {"NumLevels", form.lstLevels.Count() == TRScript.NumLevels,
+       act_.find(".Command19") != std::string::npos},
       {"lstLevels", form.lstLevels.Rows() == levels, form.cmbName.Row() == name_},
       {"lstFileNames", form.lstFileNames.Rows() == names, false},
       {"cmbFN", form.cmbFN.Rows() == names, act_ == "menu frmEditor.mnuEraseAllFiles"}};
