@@ -158,12 +158,10 @@ class ScriptCommandTest : public CoreTest {
 TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
   const std::string script = CopySample("tr4");
   const std::string folder = Path("tr4");
-  const std::string table = Path("table");
   MakeFile(Path("both"), ScriptBytes({}));
   MakeFile(Path("refused"), Hex("0000 0100"));
   MakeFile(Path("open"), ScriptBytes({Hex("82 0000 00 00 00")}));
   MakeFile(Path("warned"), ScriptBytes({Hex("05 82 0000 00 00 83")}));
-  MakeFile(table, "Number,Group\n");
   using Case = std::tuple<std::string, int, const char*>;
   for (const auto& [arguments, status, error] : std::initializer_list<Case>{
            {"show", 64, "1 path is needed"},
@@ -174,15 +172,12 @@ TEST_F(ScriptCommandTest, EndsWithItsStatusAndSaysWhy) {
            {"export " + Path("open") + " --game tr5", 3, "lacks its closing pair"},
            {"check " + Path("both") + " --game tr5", 1, ""},
            {"check " + Path("open") + " --game tr5", 2, ""},
-           {"check " + Path("refused"), 3, "say --game"},
            {"diff " + script + " " + Path("warned") + " --game tr5", 2, "lacks its closing pair"},
-           {"diff " + folder + " - <" + script, 0, ""},
            {"build " + folder + " " + Path("new"), 3, "is a folder"},
            {"build " + script + " " + folder + " --force", 1, "line 1, column 1: this is no JSON"},
            {"export " + script + " -o " + folder, 1, "is no file"},
            {"export " + script + " -o " + Path("tr4/script.dat"), 1, "is what is read"},
            {"strings " + folder + " -o " + Path("tr4/GERMAN.DAT"), 1, "is what is read"},
-           {"strings " + script + " --take " + table, 1, "number-missing"},
            {"strings " + Path("both"), 1, "no language file"},
            {"listing list", 64, "usage"}}) {
     EXPECT_EQ(Run(arguments), status) << arguments << '\n' << Error();

@@ -334,7 +334,7 @@ void Checks::CheckPanel() {
     }
   } while (level.CutCount > 0 && std::ssize(cuts) < form.lstCuts.Count());
   Want(form.lstCuts, "rows", cuts);
-  bool listed = form.lstObj.Count() == level.ObjectCount;
+  bool listed = form.lstObj.Count() == std::max<int>(0, level.ObjectCount);
   for (int i = 0; listed && i < level.ObjectCount; ++i) {
     listed = form.lstObj.Cell(i, 2) == Plain(level.Objects[i].Id) &&
              form.lstObj.Rows()[static_cast<std::size_t>(i)].cells.back() == Plain(i);

@@ -43,6 +43,9 @@ bool IsReadable(const LevelObject& object) {
          (!IsCombo(kind) || object.Combo == 1 || object.Combo == 2);
 }
 
+/// Behind a refresh that failed a new film can get the number of a row of another level.
+bool IsReadableFilm(const CutEntry& cut) { return cut.Type >= 1 && cut.Type <= 4; }
+
 bool ScriptIsReadable() {
   if (TRScript.NumFileNames == 0) return false;
   for (const std::string* extension : ShownExtensions(TRScript)) {
@@ -50,7 +53,9 @@ bool ScriptIsReadable() {
   }
   for (const LevelRecord& level : TRScript.Levels.First(TRScript.NumLevels)) {
     const auto objects = level.Objects.First(std::max<int>(0, level.ObjectCount));
+    const auto cuts = level.Cuts.First(level.CutCount);
     if (!std::all_of(objects.begin(), objects.end(), IsReadable)) return false;
+    if (!std::all_of(cuts.begin(), cuts.end(), IsReadableFilm)) return false;
   }
   return true;
 }
