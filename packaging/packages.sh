@@ -8,7 +8,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools ccache
 # Beside them, what the tests of the real windows take to run.
 test_packages=(libqt6widgets6 libqt6test6 qt6-qpa-plugins fonts-dejavu-core)
 # And ./check: the other compiler with its sanitizers and lints, and the benchmarks.
-check_packages=(libbenchmark-dev clang clang-format clang-tidy libclang-rt-14-dev)
+check_packages=(git libbenchmark-dev clang clang-format clang-tidy libclang-rt-14-dev)
 
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
