@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "core/script_dat.h"
-#include "platform/fault.h"
 #include "platform/file_numbers.h"
 #include "platform/files.h"
 

@@ -51,6 +51,7 @@ class Hands {
 
   /// What the control, or the form without its controls, now says.
   Json Describe(const Control& control);
+  /// Whether others can reach and see just the same of the control.
   bool SeeTheSame(const Control& control, Hands& others);
   virtual Json DescribeForm(const Form& form);
 

@@ -18,6 +18,10 @@ namespace quillmark {
 
 namespace fs = std::filesystem;
 
+std::string WithoutProgress(const std::string& told) {
+  return std::regex_replace(told, std::regex("[^\n]* \\.\\.\\.\n"), "");
+}
+
 CoreTest::CoreTest() {
   std::random_device number;
   folder_ = (fs::temp_directory_path() / ("core_test_" + std::to_string(number()))).string();
@@ -50,11 +54,6 @@ std::map<std::string, std::string> CoreTest::Saved() const {
   MakeFile(Path("saved/SCRIPT.DAT"), "");
   const bool saved = SaveScript(Path("saved/SCRIPT.DAT")) && WriteLoadedLanguages(folder);
   return saved ? BytesIn(folder) : std::map<std::string, std::string>();
-}
-
-std::string CoreTest::Error() const {
-  const std::string error = Replaced(Bytes(Path("err")), "\r\n", "\n");
-  return std::regex_replace(error, std::regex("[^\n]* \\.\\.\\.\n"), "");
 }
 
 int CoreTest::Run(const std::string& program, const std::string& arguments) const {

@@ -18,6 +18,9 @@
 
 namespace quillmark {
 
+/// What a tool has told, without its steps: how many of them it tells depends on the time.
+std::string WithoutProgress(const std::string& told);
+
 /// A fresh process: empty modules, no open file, and a temporary folder that is the program's own.
 class CoreTest : public testing::Test {
  protected:
@@ -33,8 +36,7 @@ class CoreTest : public testing::Test {
   /// Runs a program in a shell and gives its status; what it prints is in `Out` and `Error` then.
   int Run(const std::string& program, const std::string& arguments) const;
   std::string Out() const { return Bytes(Path("out")); }
-  /// Without what it tells of its steps where it takes long.
-  std::string Error() const;
+  std::string Error() const { return WithoutProgress(Replaced(Bytes(Path("err")), "\r\n", "\n")); }
   /// Loads a script of these streams, from a file "one".
   bool LoadStreams(std::uint8_t game, const std::vector<std::string>& streams) const;
 
